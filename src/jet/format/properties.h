@@ -1,0 +1,44 @@
+// jet/format/properties.h — the LvProp blob ("MR2") of a catalog row: properties of a table and of its fields.
+// Unknown properties are kept byte for byte when a blob is changed.
+#pragma once
+
+#include "jet/value.h"
+
+#include <map>
+#include <string>
+#include <span>
+#include <vector>
+
+namespace jet {
+
+struct Property {
+    std::string name;
+    uint8_t flag = 0;
+    uint8_t type = 0; // Jet type byte
+    Bytes value;      // as stored
+};
+
+struct PropertyBlock {
+    uint16_t kind = 0;   // 0 table, 1 field
+    std::string owner;   // name of the table or field
+    std::vector<Property> properties;
+};
+
+class PropertySet {
+  public:
+    static PropertySet parse(std::span<const uint8_t> blob); // Err::Corrupt; an empty blob is an empty set
+    Bytes serialize() const;                                 // empty when there is nothing
+    bool empty() const { return blocks_.empty(); }
+
+    bool boolean(std::string_view field, std::string_view name, bool whenAbsent) const;
+    std::string text(std::string_view field, std::string_view name) const; // empty when absent
+    void setBoolean(std::string_view field, std::string_view name, bool value);
+    void setText(std::string_view field, std::string_view name, std::string_view value); // empty removes it
+    void renameField(std::string_view from, std::string_view to);
+    void removeField(std::string_view field);
+
+  private:
+    std::vector<PropertyBlock> blocks_;
+};
+
+} // namespace jet

@@ -80,7 +80,6 @@ class Database {
 
   private:
     Database();
-    friend class Table;
     struct Impl;
     std::unique_ptr<Impl> impl_;
 };

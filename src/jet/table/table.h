@@ -13,7 +13,7 @@
 
 namespace jet {
 
-class Database;
+class TableSource;
 
 enum class SeekOp { Equal, Greater, GreaterOrEqual, Less, LessOrEqual };
 
@@ -49,6 +49,7 @@ class Scan {
 
 class Table {
   public:
+    Table(TableSource& source, PageNo definitionPage); // the source must outlive the table
     Table(Table&&) noexcept;
     Table& operator=(Table&&) noexcept;
     ~Table();
@@ -87,7 +88,7 @@ class Table {
     void remove();       // deletes the current record; moveNext() then goes to the one after it
 
   private:
-    friend class Database;
+    friend class TableSource;
     Table();
     struct Impl;
     std::unique_ptr<Impl> impl_;

@@ -1,0 +1,75 @@
+// core/commands.h — the command keys of the main window, and the one dispatcher through which every screen is
+// opened. Knows no window: screens are made by factories that `app` registers; the main window implements
+// Shell.
+#pragma once
+
+#include "core/database_set.h"
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <vector>
+
+class QWidget;
+
+namespace orvan {
+
+struct CommandInfo {
+    const char* key;   // compared exactly, case matters
+    const char* title; // screen title under which the rights are stored, UTF-8
+};
+std::span<const CommandInfo> screenCommands(); // in dispatch order
+
+struct ScreenEntry {
+    QString key;
+    QString title;                     // rights title; the window's caption too
+    std::function<QWidget*()> factory; // a new window; the shell owns it. Opaque to the rules
+};
+
+// Which screens exist. `app` fills it by explicit calls at start.
+class ScreenRegistry {
+  public:
+    // The title comes from screenCommands(). REQUIRES: the key is one of them and not yet registered.
+    void add(const QString& key, std::function<QWidget*()> factory);
+    const ScreenEntry* find(const QString& key) const; // nullptr when there is none
+    const std::vector<ScreenEntry>& entries() const { return entries_; }
+
+  private:
+    std::vector<ScreenEntry> entries_;
+};
+
+// What the dispatcher asks of the main window.
+class Shell {
+  public:
+    virtual ~Shell() = default;
+    virtual void openScreen(const ScreenEntry& entry) = 0; // as a child of the main window
+    virtual void databaseChanged() = 0; // level or data set switched: caption, status bar, open screens
+    virtual void signInAgain() = 0;     // the session's user has been cleared
+    virtual void quit() = 0;
+    virtual void showDocument(const QString& file) = 0;
+    virtual bool startProgram(const QString& file) = 0; // false when it could not be started
+};
+
+class CommandDispatcher {
+  public:
+    // All must outlive it.
+    CommandDispatcher(const ScreenRegistry& screens, DatabaseSet& databases, Dialogs& dialogs, Shell& shell);
+    // An unknown key does nothing. A failing Connect after a switch shows the general error and keeps the old
+    // state.
+    void onCommand(const QString& key);
+    // The command is known and a screen (or an action) stands behind it; for enabling menu entries.
+    bool available(const QString& key) const;
+
+  private:
+    bool switchLevel(const QString& key);
+    bool switchDataSet(const QString& key);
+    bool runOwnCommand(const QString& key);
+    void reconnect(const Session& wanted);
+    void openFileOf(const QString& literal, bool program);
+    const ScreenRegistry& screens_;
+    DatabaseSet& databases_;
+    Dialogs& dialogs_;
+    Shell& shell_;
+};
+
+} // namespace orvan

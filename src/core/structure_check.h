@@ -1,0 +1,27 @@
+// core/structure_check.h — after a program update: brings every database file up to the declarations and
+// stamps the folder.
+#pragma once
+
+#include "core/dialogs.h"
+#include "core/program_folder.h"
+#include "core/schema.h"
+#include "core/session.h"
+
+namespace orvan {
+
+struct Release {
+    int major = 3, minor = 2, revision = 117;
+};
+QString structureStamp(const Release& release); // "EFE000300020117ADA"
+Release thisRelease();
+QString releaseText(const Release& release); // "3.2.117"
+
+// Runs the upgrade when the stamp in \Yapi.sys differs from the release's or `argument` is "Check1", then
+// writes the stamp. Sets session.upgradeNeeded to whether it ran. Safe to repeat. REQUIRES: no connection of
+// this process is open on the files (call before Connect, or close() first). Throws jet::Error naming the
+// file; the stamp is not written then.
+StructureChanges checkStructure(const ProgramFolder& folder, Session& session, const Schema& schema,
+                                Dialogs& dialogs, const QString& argument = {},
+                                const Release& release = thisRelease());
+
+} // namespace orvan

@@ -1,4 +1,5 @@
-// tests/support/shared_samples.h — finds the sample files that other programs made; they are not kept in this repository.
+// tests/support/shared_samples.h — finds the sample files that other programs made; they are not kept in this
+// repository.
 #pragma once
 
 #include <algorithm>
@@ -35,5 +36,5 @@ inline std::vector<std::filesystem::path> samples() {
 } // namespace orvan_test
 
 // First line of a test that needs the samples.
-#define ORVAN_NEED_SAMPLES()                                                                                           \
+#define ORVAN_NEED_SAMPLES()                                                                                 \
     if (orvan_test::samples().empty()) GTEST_SKIP() << "sample files are not beside this checkout"

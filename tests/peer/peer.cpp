@@ -1,0 +1,189 @@
+#include "peer/peer.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+
+namespace peer {
+namespace {
+
+struct Cell {
+    std::string text;
+    bool quoted = false;
+};
+
+// RFC 4180, both programs' dialect: a doubled quote inside quotes.
+std::vector<std::vector<Cell>> parseCsv(const std::string& csv) {
+    std::vector<std::vector<Cell>> rows;
+    std::vector<Cell> row;
+    Cell cell;
+    bool inside = false;
+    for (size_t i = 0; i < csv.size(); ++i) {
+        const char c = csv[i];
+        if (inside) {
+            if (c != '"')
+                cell.text += c;
+            else if (i + 1 < csv.size() && csv[i + 1] == '"')
+                cell.text += csv[++i];
+            else
+                inside = false;
+        } else if (c == '"') {
+            inside = cell.quoted = true;
+        } else if (c == ',' || c == '\n') {
+            row.push_back(std::move(cell));
+            cell = {};
+            if (c == '\n') rows.push_back(std::move(row)), row.clear();
+        } else {
+            cell.text += c;
+        }
+    }
+    return rows;
+}
+
+std::string printed(const char* format, double number) {
+    char text[64];
+    std::snprintf(text, sizeof text, format, number);
+    return text;
+}
+
+// mdb-export shows a GUID in hex mode as the hex of its text form.
+std::string guidText(const std::string& cell) {
+    if (cell.starts_with("{")) return cell;
+    std::string text;
+    for (size_t i = 0; i + 1 < cell.size(); i += 2)
+        text += static_cast<char>(std::stoi(cell.substr(i, 2), nullptr, 16));
+    return text;
+}
+
+std::string canonical(const Cell& cell, const jet::FieldDef& field) {
+    using jet::Type;
+    const bool textual = field.isText() || field.type == Type::Binary || field.type == Type::Ole;
+    if (cell.text.empty()) return textual && cell.quoted ? "''" : "null";
+    switch (field.type) {
+    case Type::Single: return printed("%.7g", static_cast<float>(std::strtod(cell.text.c_str(), nullptr)));
+    case Type::Double: return printed("%.15g", std::strtod(cell.text.c_str(), nullptr));
+    case Type::Numeric: return printed("%.15g", std::strtod(cell.text.c_str(), nullptr));
+    case Type::Date: return cell.text.size() == 10 ? cell.text + " 00:00:00" : cell.text;
+    case Type::Guid: return guidText(cell.text);
+    default: return field.isText() ? "'" + cell.text + "'" : cell.text;
+    }
+}
+
+Rows canonicalRows(const std::vector<std::vector<Cell>>& csv, const jet::TableDef& def) {
+    Rows result;
+    if (csv.empty()) throw std::runtime_error("no header line for table " + def.name);
+    std::vector<std::pair<std::string, size_t>> columns; // by name, so the order of columns does not matter
+    for (size_t i = 0; i < csv[0].size(); ++i)
+        columns.emplace_back(csv[0][i].text, i);
+    std::sort(columns.begin(), columns.end());
+    for (const auto& [name, at] : columns)
+        result.header.push_back(name);
+    for (size_t r = 1; r < csv.size(); ++r) {
+        std::string row;
+        for (const auto& [name, at] : columns)
+            row += (at < csv[r].size() ? canonical(csv[r][at], def.field(name)) : "missing") + " | ";
+        result.rows.push_back(std::move(row));
+    }
+    std::sort(result.rows.begin(), result.rows.end());
+    return result;
+}
+
+std::string hexOf(const jet::Bytes& bytes) {
+    std::string text;
+    for (const uint8_t byte : bytes) {
+        char two[3];
+        std::snprintf(two, sizeof two, "%02X", byte);
+        text += two;
+    }
+    return text;
+}
+
+Cell cellOf(const jet::Value& value) {
+    if (value.isNull()) return {};
+    if (const bool* flag = value.get<bool>()) return {*flag ? "1" : "0"};
+    if (const auto* text = value.get<std::string>()) return {*text, true};
+    if (const auto* bytes = value.get<jet::Bytes>()) return {hexOf(*bytes), true};
+    if (const auto* number = value.get<double>()) return {printed("%.17g", *number)};
+    if (const auto* number = value.get<float>()) return {printed("%.9g", *number)};
+    return {value.toText()};
+}
+
+} // namespace
+
+bool haveMdbTools() { return std::system("mdb-export --version >/dev/null 2>&1") == 0; }
+
+std::string runCommand(const std::string& command, int& status) {
+    std::FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe) throw std::runtime_error("cannot run " + command);
+    std::string output;
+    char block[1 << 16];
+    while (const size_t got = std::fread(block, 1, sizeof block, pipe))
+        output.append(block, got);
+    status = pclose(pipe);
+    return output;
+}
+
+std::string shellQuoted(const std::filesystem::path& path) {
+    std::string text = "'";
+    for (const char c : path.string())
+        text += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return text + "'";
+}
+
+std::filesystem::path program(const std::string& name) {
+    const char* folder = std::getenv("ORVAN_BIN_DIR");
+    return std::filesystem::path(folder ? folder : "build/release/bin") / name;
+}
+
+Rows exportedByMdbTools(const std::filesystem::path& file, const jet::TableDef& def) {
+    int status = 0;
+    const std::string csv = runCommand("mdb-export -b hex -D '%Y-%m-%d %H:%M:%S' -T '%Y-%m-%d %H:%M:%S' " +
+                                           shellQuoted(file) + " " + shellQuoted(def.name) + " 2>/dev/null",
+                                       status);
+    return canonicalRows(parseCsv(csv), def);
+}
+
+Rows dumpedByJetdb(const std::filesystem::path& file, const jet::TableDef& def, const std::string& password) {
+    int status = 0;
+    const std::string option = password.empty() ? "" : " --password " + shellQuoted(password);
+    const std::string csv = runCommand(shellQuoted(program("jetdb")) + " dump " + shellQuoted(file) + " " +
+                                           shellQuoted(def.name) + option,
+                                       status);
+    if (status != 0) throw std::runtime_error("jetdb dump failed on " + file.string() + " " + def.name);
+    return canonicalRows(parseCsv(csv), def);
+}
+
+Rows fromModel(const std::map<jet::RowId, std::vector<jet::Value>>& model, const jet::TableDef& def) {
+    std::vector<std::vector<Cell>> csv(1);
+    for (const jet::FieldDef& field : def.fields)
+        csv[0].push_back({field.name});
+    for (const auto& [id, values] : model) {
+        std::vector<Cell> row;
+        for (const jet::Value& value : values)
+            row.push_back(cellOf(value));
+        csv.push_back(std::move(row));
+    }
+    return canonicalRows(csv, def);
+}
+
+std::string difference(const Rows& ours, const Rows& theirs) {
+    if (ours.header != theirs.header) return "different columns";
+    if (ours.rows.size() != theirs.rows.size())
+        return std::to_string(ours.rows.size()) + " rows of ours, " + std::to_string(theirs.rows.size()) +
+               " of theirs";
+    for (size_t i = 0; i < ours.rows.size(); ++i)
+        if (ours.rows[i] != theirs.rows[i])
+            return "ours:   " + ours.rows[i].substr(0, 2000) + "\ntheirs: " + theirs.rows[i].substr(0, 2000);
+    return {};
+}
+
+std::string faultsOf(const std::filesystem::path& file, const std::string& password) {
+    int status = 0;
+    const std::string option = password.empty() ? "" : " --password " + shellQuoted(password);
+    const std::string output =
+        runCommand(shellQuoted(program("jetdb")) + " check " + shellQuoted(file) + option + " 2>&1", status);
+    return status == 0 ? std::string() : output;
+}
+
+} // namespace peer

@@ -1,0 +1,39 @@
+// tests/peer/peer.h — compares what we read from a file with what other programs (mdbtools) read from it.
+#pragma once
+
+#include "jet/database.h"
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace peer {
+
+// A table's rows as canonical cells (type-aware: "1.50" and "1.5" of a double are one cell), each row one
+// string, sorted.
+struct Rows {
+    std::vector<std::string> header; // sorted
+    std::vector<std::string> rows;
+};
+
+bool haveMdbTools();
+
+// stdout of a shell command; `status` receives the exit status.
+std::string runCommand(const std::string& command, int& status);
+std::string shellQuoted(const std::filesystem::path& path); // for the shell
+std::filesystem::path program(const std::string& name);     // of this build
+
+// By `mdb-export`, and by `jetdb dump`; the definition tells the types.
+Rows exportedByMdbTools(const std::filesystem::path& file, const jet::TableDef& def);
+Rows dumpedByJetdb(const std::filesystem::path& file, const jet::TableDef& def,
+                   const std::string& password = {});
+Rows fromModel(const std::map<jet::RowId, std::vector<jet::Value>>& model, const jet::TableDef& def);
+
+// Empty when equal, else the first differing rows.
+std::string difference(const Rows& ours, const Rows& theirs);
+
+// Output of `jetdb check`, empty when it found nothing.
+std::string faultsOf(const std::filesystem::path& file, const std::string& password = {});
+
+} // namespace peer

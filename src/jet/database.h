@@ -17,11 +17,11 @@
 namespace jet {
 
 struct OpenOptions {
-    std::string password;           // UTF-8; ignored when the file has none (as the original engine does)
+    std::string password; // UTF-8; ignored when the file has none (as the original engine does)
     bool readOnly = false;
-    bool ignorePassword = false;    // for check and repair only
+    bool ignorePassword = false; // for check and repair only
     PageFileOptions pages;
-    std::shared_ptr<Io> io;         // empty = systemIo()
+    std::shared_ptr<Io> io; // empty = systemIo()
 };
 
 struct CreateOptions {
@@ -39,7 +39,8 @@ class Database {
     // Errors: FileNotFound, NotADatabase, NewerFormat, InvalidPassword, CannotOpen, LockedByOther, Corrupt.
     // A file that cannot be written safely (Jet 3, read-only folder) opens read only; see readOnlyReason().
     static std::unique_ptr<Database> open(const std::filesystem::path& path, const OpenOptions& options = {});
-    static std::unique_ptr<Database> create(const std::filesystem::path& path, const CreateOptions& options = {});
+    static std::unique_ptr<Database> create(const std::filesystem::path& path,
+                                            const CreateOptions& options = {});
     ~Database();
 
     const std::filesystem::path& path() const;
@@ -55,19 +56,23 @@ class Database {
     Table openTable(std::string_view name);
 
     // --- structure. Each is one statement: wholly there or not at all; works on tables with rows.
-    // fields' name, type, size, required, allowZeroLength, autoNumber, defaultValue and indexes' name, fields (by
-    // position), primary, unique, required, ignoreNulls are read; the rest is set by the engine.
-    void createTable(const std::string& name, std::vector<FieldDef> fields, std::vector<IndexDef> indexes = {});
+    // fields' name, type, size, required, allowZeroLength, autoNumber, defaultValue and indexes' name, fields
+    // (by position), primary, unique, required, ignoreNulls are read; the rest is set by the engine.
+    void createTable(const std::string& name, std::vector<FieldDef> fields,
+                     std::vector<IndexDef> indexes = {});
     void dropTable(std::string_view name);
     void renameTable(std::string_view from, const std::string& to);
     void addField(std::string_view table, const FieldDef& field); // old rows read null (Boolean: false)
-    void dropField(std::string_view table, std::string_view field); // Err::InvalidArgument when an index uses it
+    void dropField(std::string_view table,
+                   std::string_view field); // Err::InvalidArgument when an index uses it
     void renameField(std::string_view table, std::string_view from, const std::string& to);
-    // Changes type, size, required, default of a field in place; rows are rewritten when the type or storage changes.
-    // A value that cannot be converted is Err::Conversion and nothing changes.
+    // Changes type, size, required, default of a field in place; rows are rewritten when the type or storage
+    // changes. A value that cannot be converted is Err::Conversion and nothing changes.
     void alterField(std::string_view table, std::string_view field, const FieldDef& wanted);
-    void setFieldOrder(std::string_view table, const std::vector<std::string>& names); // first these, then the rest
-    void createIndex(std::string_view table, const IndexDef& index); // Err::DuplicateKey when rows stand against it
+    void setFieldOrder(std::string_view table,
+                       const std::vector<std::string>& names); // first these, then the rest
+    void createIndex(std::string_view table,
+                     const IndexDef& index); // Err::DuplicateKey when rows stand against it
     void dropIndex(std::string_view table, std::string_view index);
     void renameIndex(std::string_view table, std::string_view from, const std::string& to);
 
@@ -84,8 +89,9 @@ class Database {
     std::unique_ptr<Impl> impl_;
 };
 
-// Many statements under one lock and one flush. An error of one statement undoes that statement only; what the batch
-// wrote before it stays, also when the error leaves the scope of the batch. A crash undoes the whole batch.
+// Many statements under one lock and one flush. An error of one statement undoes that statement only; what
+// the batch wrote before it stays, also when the error leaves the scope of the batch. A crash undoes the
+// whole batch.
 class WriteBatch {
   public:
     explicit WriteBatch(Database& database);

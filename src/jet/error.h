@@ -1,5 +1,6 @@
-// jet/error.h — the one error type of the engine: a DAO error number, a Turkish text and the place in the file.
-// Every layer throws jet::Error for what a user, a disk or a damaged file can cause; asserts are for our own mistakes.
+// jet/error.h — the one error type of the engine: a DAO error number, a Turkish text and the place in the
+// file. Every layer throws jet::Error for what a user, a disk or a damaged file can cause; asserts are for
+// our own mistakes.
 #pragma once
 
 #include <cstdint>
@@ -20,14 +21,14 @@ enum class Err : int {
     InvalidPassword = 3031,
     ObjectExists = 3012,
     TableExists = 3010,
-    OlderFormat = 3041,      // opened read only, or a Jet 3 file was asked to be written
+    OlderFormat = 3041, // opened read only, or a Jet 3 file was asked to be written
     PathNotValid = 3044,
     FileInUse = 3045,
     RecordTooLarge = 3047,
-    Corrupt = 3049,          // damaged page, chain, map, definition or row
+    Corrupt = 3049, // damaged page, chain, map, definition or row
     LockFailed = 3050,
-    CannotOpen = 3051,       // no permission, or opened exclusively by another
-    IndexNullKey = 3058,     // null in a primary key
+    CannotOpen = 3051,   // no permission, or opened exclusively by another
+    IndexNullKey = 3058, // null in a primary key
     TooFewParameters = 3061,
     Syntax = 3075,
     TypeMismatchInQuery = 3464,
@@ -37,10 +38,10 @@ enum class Err : int {
     TooManyFields = 3190,
     FieldDefinedTwice = 3191,
     TooManyIndexes = 3626,
-    DataChanged = 3197,      // another user changed the record since Edit
+    DataChanged = 3197, // another user changed the record since Edit
     DatabaseExists = 3204,
     LockedByOther = 3260,
-    NoSuchItem = 3265,       // field or index
+    NoSuchItem = 3265, // field or index
     PrimaryKeyExists = 3283,
     IndexExists = 3284,
     NameTooLong = 3125,
@@ -48,14 +49,15 @@ enum class Err : int {
     ZeroLength = 3315,
     NotADatabase = 3343,
     NewerFormat = 3847,
-    Conversion = 3421,       // value cannot become the field's type
-    DiskIO = 3043,           // disk or network error while reading or writing; also the 2 GB limit (with its own text)
+    Conversion = 3421, // value cannot become the field's type
+    DiskIO = 3043, // disk or network error while reading or writing; also the 2 GB limit (with its own text)
 };
 
 class Error : public std::runtime_error {
   public:
     // `message` is a whole Turkish sentence without place; the place is added by the layers that know it.
-    Error(Err number, const std::string& message) : std::runtime_error(message), number_(number), message_(message) {}
+    Error(Err number, const std::string& message)
+        : std::runtime_error(message), number_(number), message_(message) {}
 
     Err number() const { return number_; }
     int code() const { return static_cast<int>(number_); }
@@ -70,7 +72,9 @@ class Error : public std::runtime_error {
     Error& onPage(uint32_t page);
 
     // "message (dosya …, tablo …, sayfa …)" — for people.
-    const char* what() const noexcept override { return full_.empty() ? std::runtime_error::what() : full_.c_str(); }
+    const char* what() const noexcept override {
+        return full_.empty() ? std::runtime_error::what() : full_.c_str();
+    }
 
   private:
     void rebuild();

@@ -1,5 +1,6 @@
 // jet/value.h — the values that a field of a Jet table can hold, each with its own exact type.
-// Pure data: no file, no locale. Text is UTF-8 (a lone UTF-16 surrogate is kept in WTF-8 form, so round trips are exact).
+// Pure data: no file, no locale. Text is UTF-8 (a lone UTF-16 surrogate is kept in WTF-8 form, so round trips
+// are exact).
 #pragma once
 
 #include <array>
@@ -41,7 +42,8 @@ struct Currency {
     auto operator<=>(const Currency&) const = default;
 };
 
-// Jet's day count: whole days since 1899-12-30, time of day as the fraction (for negative days it still counts forward).
+// Jet's day count: whole days since 1899-12-30, time of day as the fraction (for negative days it still
+// counts forward).
 struct Date {
     double days = 0;
     struct Parts {
@@ -70,8 +72,8 @@ struct Numeric {
 
 class Value {
   public:
-    using Data = std::variant<std::monostate, bool, int32_t, Currency, float, double, Date, std::string, Bytes, Guid,
-                              Numeric>;
+    using Data = std::variant<std::monostate, bool, int32_t, Currency, float, double, Date, std::string,
+                              Bytes, Guid, Numeric>;
 
     Value() = default; // null
     Value(bool v) : data_(v) {}
@@ -91,10 +93,11 @@ class Value {
     const Data& data() const { return data_; }
     template <class T> const T* get() const { return std::get_if<T>(&data_); }
 
-    // Reading with the usual widenings; null reads as 0 / empty. Throw Error(Conversion) when the text is no number.
-    int64_t toInt() const;     // bool: -1 / 0; a fraction is rounded half to even
-    double toDouble() const;   // currency as amount, date as day count
-    bool toBool() const;       // any number other than 0
+    // Reading with the usual widenings; null reads as 0 / empty. Throw Error(Conversion) when the text is no
+    // number.
+    int64_t toInt() const;      // bool: -1 / 0; a fraction is rounded half to even
+    double toDouble() const;    // currency as amount, date as day count
+    bool toBool() const;        // any number other than 0
     std::string toText() const; // invariant form: point decimals, dates ISO, bool "-1"/"0", bytes as hex
 
     bool operator==(const Value&) const = default;
@@ -103,14 +106,17 @@ class Value {
     Data data_;
 };
 
-// A row's place: page number and slot. Never changes while the row exists (a grown row leaves a pointer behind).
+// A row's place: page number and slot. Never changes while the row exists (a grown row leaves a pointer
+// behind).
 struct RowId {
     uint32_t page = 0; // 0 = no row
     uint8_t row = 0;
     auto operator<=>(const RowId&) const = default;
     explicit operator bool() const { return page != 0; }
     uint64_t packed() const { return (static_cast<uint64_t>(page) << 8) | row; } // as row pointers store it
-    static RowId fromPacked(uint64_t v) { return {static_cast<uint32_t>(v >> 8), static_cast<uint8_t>(v & 0xFF)}; }
+    static RowId fromPacked(uint64_t v) {
+        return {static_cast<uint32_t>(v >> 8), static_cast<uint8_t>(v & 0xFF)};
+    }
 };
 
 // Text order of a column or file: Windows locale id and the version of Jet's weights.

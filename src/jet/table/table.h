@@ -18,7 +18,10 @@ class TableSource;
 enum class SeekOp { Equal, Greater, GreaterOrEqual, Less, LessOrEqual };
 
 // Bounds of a walk along an index. Empty vectors = open end. A bound may give fewer values than the index has fields:
-// it then means every entry that begins with them.
+// it then means every entry that begins with them. Bounds are in the order of values: where lower and upper first
+// differ on a descending field they are turned round, so `lower` is always the smaller value. Null is below every value.
+// Values are converted to the fields' types (Err::Conversion): 5.5 on a Long field would be rounded, so ask for what
+// the field can hold.
 struct KeyRange {
     std::vector<Value> lower, upper;
     bool lowerInclusive = true, upperInclusive = true;
@@ -33,6 +36,9 @@ class Scan {
     Scan& operator=(Scan&&) noexcept;
     ~Scan();
     bool next();              // false at the end
+    // Starts again with other bounds on the same index, keeping buffers and pages: one descent of the tree. For joins.
+    // A walk in page order starts again at the first page and takes no bounds.
+    void restart(const KeyRange& range = {});
     const RowView& row() const; // valid until next() or a write
     RowId id() const;
     // Any field of the current row, long values included.
@@ -67,24 +73,28 @@ class Table {
     void update(RowId id, std::span<const Value> values, std::span<const bool> changed);
     void remove(RowId id);
 
-    // --- the current record. Moving past either end leaves no current record (eof()/bof()).
+    // --- the current record. Moving past either end leaves no current record (eof()/bof()). A new handle, or one whose
+    // index was just set, stands on the first record. Moving throws an unfinished addNew()/edit() away.
     void setIndex(std::string_view name); // order of moves and target of seek; "" = page order
     bool moveFirst();
     bool moveLast();
     bool moveNext();
     bool movePrevious();
-    bool seek(SeekOp op, std::span<const Value> keys); // false = no match, no current record. REQUIRES an index
+    // False = no match, no current record. REQUIRES: an index is set. Fewer keys than fields: entries that begin with
+    // them. Greater/Less are in the order of the index: on a descending field Greater goes to smaller values.
+    bool seek(SeekOp op, std::span<const Value> keys);
     bool eof() const;
     bool bof() const;
     RowId bookmark() const;
     void goTo(RowId bookmark);
     Value value(std::string_view field); // of the edit buffer while adding or editing; Err::NoCurrentRecord
 
-    void addNew();
+    void addNew(); // the buffer holds the defaults; an autonumber stays null until update()
     void edit();
     void set(std::string_view field, Value value); // checked at once for type and width; Err::UpdateWithoutEdit
     void update();       // Err::DataChanged when the record changed since edit(): the buffer stays as typed
     void cancelUpdate();
+    RowId lastModified() const; // of the last update(): after addNew() the current record stays what it was
     void remove();       // deletes the current record; moveNext() then goes to the one after it
 
   private:

@@ -1,4 +1,5 @@
-// jet/table/table_source.h — what Table needs of the database it lives in; Database implements it, tests may too.
+// jet/table/table_source.h — what Table needs of the database it lives in; Database implements it, tests may
+// too.
 #pragma once
 
 #include "jet/format/table_def.h"
@@ -17,9 +18,9 @@ class TableSource {
     virtual const Layout& layout() const = 0;
     virtual uint16_t codePage() const = 0; // of Jet 3 text
     virtual bool writable(std::string& reason) const = 0;
-    // The definition that starts on this page, as the file has it now; cheap when nothing changed. Row count and last
-    // autonumber in it may be stale: read them from the page. Err::NoSuchTable when no table starts there any more.
-    // REQUIRES: inside a read or write scope.
+    // The definition that starts on this page, as the file has it now; cheap when nothing changed. Row count
+    // and last autonumber in it may be stale: read them from the page. Err::NoSuchTable when no table starts
+    // there any more. REQUIRES: inside a read or write scope.
     virtual std::shared_ptr<const TableDef> definition(PageNo page) = 0;
     virtual Date now() const = 0; // for default values Now() and Date()
 };

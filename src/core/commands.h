@@ -65,7 +65,8 @@ class CommandDispatcher {
     bool switchDataSet(const QString& key);
     bool runOwnCommand(const QString& key);
     void reconnect(const Session& wanted);
-    void openFileOf(const QString& literal, bool program);
+    enum class Open { Document, Program };
+    void openFileOf(const QString& literal, Open how);
     const ScreenRegistry& screens_;
     DatabaseSet& databases_;
     Dialogs& dialogs_;

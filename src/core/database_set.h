@@ -39,33 +39,38 @@ class DatabaseSet {
     // Throws jet::Error; what was open before stays open then.
     void connect(const QString& path = {});
     void close();
-    bool isOpen() const { return level_ != nullptr; }
+    bool isOpen() const { return opened_.level != nullptr; }
 
     // REQUIRES: isOpen()
-    Connection& level() { return *level_; }
-    Connection& constants() { return *constants_; }
-    Connection& workplaces() { return *workplaces_; }
-    Connection& coordinators() { return *coordinators_; }
-    jet::Table&
-    table(const QString& name); // shared handle, without regard to case; throws jet::Error(NoSuchTable)
+    Connection& level() { return *opened_.level; }
+    Connection& constants() { return *opened_.constants; }
+    Connection& workplaces() { return *opened_.workplaces; }
+    Connection& coordinators() { return *opened_.coordinators; }
+    // Shared handle, by name without regard to case; throws jet::Error(NoSuchTable).
+    jet::Table& table(const QString& name);
 
-    const QString& levelFile() const { return levelFile_; } // whole path of the open level database
+    const QString& levelFile() const { return opened_.levelFile; } // whole path of the open level database
     bool isNormalLevelFile() const; // the open file is the working-set file of the session's level
     const ProgramFolder& folder() const { return folder_; }
     Session& session() { return session_; }
     const Schema& schema() const { return schema_; }
 
   private:
-    struct Opened;
-    void copyMissing(const QString& literal, const QString& original) const;
-    void readSchoolName(Connection& constants);
+    struct Opened {
+        QString levelFile;
+        std::unique_ptr<Connection> level, constants, workplaces, coordinators;
+        std::map<std::string, std::unique_ptr<jet::Table>>
+            tables; // by folded name; die before the connections
+        Connection& of(DatabaseKind kind);
+    };
+    void readSchool(Connection& constants);
+    QString prepareLevelFile(const QString& path); // copies missing files; whole path of the file to open
+    static void openTables(Opened& opened);
     const ProgramFolder& folder_;
     Session& session_;
     const Schema& schema_;
     LevelPaths paths_;
-    QString levelFile_;
-    std::unique_ptr<Connection> level_, constants_, workplaces_, coordinators_;
-    std::map<QString, std::unique_ptr<jet::Table>> tables_; // by folded name
+    Opened opened_;
 };
 
 // Opens \Data\Sabit.mdb alone (copied from its template when missing): for the login, which comes before

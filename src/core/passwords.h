@@ -10,6 +10,7 @@ namespace orvan {
 
 enum class SweepPolicy { Remove, Protect };
 
+QString legacyPassword();
 bool isProtected(const QString& file);      // true exactly when the engine says "not a valid password"
 bool removePassword(const QString& file);   // legacy → none; false when nothing was changed
 bool setPassword(const QString& file);      // none → legacy

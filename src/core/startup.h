@@ -9,7 +9,7 @@ namespace orvan {
 // Before the main window: level "Kalfa", \DATA folder, password sweep.
 void prepareStart(const ProgramFolder& folder, Session& session);
 
-// After a successful login: passwords cleared, Connect, structure check, corrections of old records.
+// After a successful login: passwords cleared, Connect, structure check, names of stored rights.
 // Throws jet::Error (show the general error); the set is closed then.
 void openAfterSignIn(DatabaseSet& databases, Dialogs& dialogs);
 

@@ -17,9 +17,10 @@ Release thisRelease();
 QString releaseText(const Release& release); // "3.2.117"
 
 // Runs the upgrade when the stamp in \Yapi.sys differs from the release's or `argument` is "Check1", then
-// writes the stamp. Sets session.upgradeNeeded to whether it ran. Safe to repeat. REQUIRES: no connection of
-// this process is open on the files (call before Connect, or close() first). Throws jet::Error naming the
-// file; the stamp is not written then.
+// writes the stamp. Sets session.upgradeNeeded to whether it ran. Safe to repeat. A file that cannot be
+// brought up to date (damaged, locked by another station) is passed over; the person is told which, and the
+// stamp is left so that the next start tries again. REQUIRES: no connection of this process is open on the
+// files.
 StructureChanges checkStructure(const ProgramFolder& folder, Session& session, const Schema& schema,
                                 Dialogs& dialogs, const QString& argument = {},
                                 const Release& release = thisRelease());

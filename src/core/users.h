@@ -11,6 +11,7 @@ namespace orvan {
 enum class SignIn { Accepted, Refused, SwitchedOff };
 struct SignInResult {
     SignIn outcome = SignIn::Refused;
+    QString user;    // name as stored, when accepted
     QString message; // text for the person when refused
 };
 // Looks the user up by the index on Kullanici_Adi. Does not touch the session.
@@ -31,6 +32,8 @@ struct Rights {
 // Titles that do the same work (interim marks, final marks, absences) share the highest write right of their
 // family.
 Rights rightsOf(jet::SqlSession& constants, const QString& user, const QString& title);
+// Stored rights follow screens whose titles changed. Safe to repeat.
+void renameStoredRights(jet::SqlSession& constants);
 void showEntryDenied(Dialogs& dialogs); // "Programa Giriş Yetkisi"
 // True when the user may write; otherwise "Değişiklik yapma yetkiniz yok. …" (title "Uyarı") and false.
 bool mayWrite(jet::SqlSession& constants, const QString& user, const QString& title, Dialogs& dialogs);

@@ -1,0 +1,77 @@
+// core/program_folder.cpp — matching of names component by component, as a file system without case would.
+#include "core/program_folder.h"
+
+#include "core/values.h"
+#include "jet/error.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace orvan {
+namespace {
+
+QStringList components(const QString& literal) {
+    QString slashed = literal;
+    slashed.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    return slashed.split(QLatin1Char('/'), Qt::SkipEmptyParts);
+}
+
+// The entry of `folder` called `name` apart from case; empty when there is none. The exact spelling wins.
+QString matchEntry(const QString& folder, const QString& name) {
+    if (QFileInfo::exists(folder + QLatin1Char('/') + name)) return name;
+    const auto entries = QDir(folder).entryList(
+        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    for (const QString& entry : entries)
+        if (entry.compare(name, Qt::CaseInsensitive) == 0) return entry;
+    return {};
+}
+
+} // namespace
+
+ProgramFolder::ProgramFolder(const QString& path) : path_(QDir::cleanPath(QDir(path).absolutePath())) {}
+
+QString ProgramFolder::resolve(const QString& literal) const {
+    QString path = path_;
+    bool found = true;
+    for (const QString& name : components(literal)) {
+        const QString match = found ? matchEntry(path, name) : QString();
+        found = !match.isEmpty();
+        path += QLatin1Char('/') + (found ? match : name);
+    }
+    return path;
+}
+
+bool ProgramFolder::exists(const QString& literal) const { return QFileInfo::exists(resolve(literal)); }
+
+bool ProgramFolder::createFolder(const QString& literal) const { return QDir().mkpath(resolve(literal)); }
+
+QStringList ProgramFolder::files(const QString& folderLiteral, const QString& extension) const {
+    QStringList found;
+    const QDir folder(resolve(folderLiteral));
+    for (const QFileInfo& file : folder.entryInfoList(QDir::Files | QDir::Hidden, QDir::Name))
+        if (file.suffix().compare(extension, Qt::CaseInsensitive) == 0) found << file.absoluteFilePath();
+    return found;
+}
+
+void ProgramFolder::copy(const QString& fromLiteral, const QString& toLiteral) const {
+    const QString from = resolve(fromLiteral);
+    const QString to = resolve(toLiteral);
+    if (!QFileInfo::exists(from)) {
+        jet::Error error(jet::Err::FileNotFound, "Dosya bulunamadı.");
+        throw error.inFile(utf8(from));
+    }
+    // Under another name first, so that a copy cut short is never taken for a database.
+    const QString unfinished = to + QStringLiteral(".kopya");
+    QFile::remove(unfinished);
+    const bool copied = QFile::copy(from, unfinished) &&
+                        QFile::setPermissions(unfinished, QFile::permissions(unfinished) | QFile::WriteOwner |
+                                                              QFile::WriteUser);
+    if (copied && QFile::rename(unfinished, to)) return;
+    QFile::remove(unfinished);
+    if (QFileInfo::exists(to)) return; // another workstation was faster
+    jet::Error error(jet::Err::DiskIO, "Dosya kopyalanamadı.");
+    throw error.inFile(utf8(to));
+}
+
+} // namespace orvan

@@ -1,0 +1,88 @@
+// core/users.cpp — sign-in and the making of users.
+#include "core/users.h"
+
+#include "core/ini_file.h"
+#include "core/turkish_text.h"
+#include "core/values.h"
+
+namespace orvan {
+namespace {
+
+constexpr auto kTable = "Kullanici";
+constexpr auto kIndex = "indKullanici";
+constexpr auto kName = "Kullanici_Adi";
+constexpr auto kPassword = "KullaniciSifre";
+
+// Makes the user's record current. By the index; a name stored with blanks round it is found by walking.
+bool findUser(jet::Table& users, const QString& name) {
+    if (users.def().findIndex(kIndex)) {
+        users.setIndex(kIndex);
+        const jet::Value key = textValue(name);
+        if (users.seek(jet::SeekOp::Equal, {&key, 1})) return true;
+    }
+    users.setIndex("");
+    for (bool more = users.moveFirst(); more; more = users.moveNext())
+        if (sameTurkish(trimmedText(users.value(kName)), name)) return true;
+    return false;
+}
+
+SignInResult refused(const char* text) { return {SignIn::Refused, {}, QString::fromUtf8(text)}; }
+
+// The very first user of an installation; true when the person wants it.
+bool offerFirstUser(Connection& constants, Dialogs& dialogs, const QString& name, const QString& password) {
+    if (constants.database().openTable(kTable).rowCount() > 0) return false;
+    const QString question =
+        QStringLiteral("Henüz hiç kullanıcı tanımlanmamış.\n'%1' tüm haklara sahip ilk kullanıcı "
+                       "olarak açılsın mı?")
+            .arg(name);
+    if (!dialogs.confirms(question, QStringLiteral("Açıklama"))) return false;
+    createUser(constants.database(), name, password);
+    grantAll(constants.database(), name, {true, true});
+    return true;
+}
+
+} // namespace
+
+SignInResult checkSignIn(jet::Database& constants, const QString& name, const QString& password) {
+    const QString typedName = trimBlanks(name);
+    const QString typedPassword = trimBlanks(password);
+    if (typedName.isEmpty()) return refused("Lütfen Kullanıcı Adını Giriniz !");
+    if (typedPassword.isEmpty()) return refused("Lütfen Kullanıcı Şifresini Giriniz !");
+    jet::Table users = constants.openTable(kTable);
+    if (!findUser(users, typedName)) return refused("Geçersiz Kullanıcı Adı, Tekrar Deneyiniz.");
+    if (trimmedText(users.value(kPassword)) != typedPassword)
+        return refused("Geçersiz Şifre, Tekrar Deneyiniz.");
+    return {SignIn::Accepted, trimmedText(users.value(kName)), {}};
+}
+
+SignIn signIn(const ProgramFolder& folder, Session& session, Dialogs& dialogs, const QString& name,
+              const QString& password) {
+    if (readOneValueFile(folder.resolve(QStringLiteral("\\orvyet.ini"))) == QLatin1String("0"))
+        return SignIn::SwitchedOff;
+    const auto constants = openConstants(folder, session);
+    SignInResult result = checkSignIn(constants->database(), name, password);
+    const bool bothTyped = !trimBlanks(name).isEmpty() && !trimBlanks(password).isEmpty();
+    if (result.outcome == SignIn::Refused && bothTyped &&
+        offerFirstUser(*constants, dialogs, trimBlanks(name), trimBlanks(password)))
+        result = checkSignIn(constants->database(), name, password);
+    if (result.outcome == SignIn::Accepted)
+        session.user = result.user;
+    else
+        dialogs.message(result.message, QStringLiteral("Uyarı"), Icon::Warning);
+    return result.outcome;
+}
+
+bool userExists(jet::Database& constants, const QString& name) {
+    jet::Table users = constants.openTable(kTable);
+    return findUser(users, trimBlanks(name));
+}
+
+void createUser(jet::Database& constants, const QString& name, const QString& password) {
+    jet::Table users = constants.openTable(kTable);
+    users.addNew();
+    users.set(kName, textValue(trimBlanks(name)));
+    users.set(kPassword, textValue(trimBlanks(password)));
+    users.update();
+}
+
+} // namespace orvan

@@ -11,7 +11,8 @@
 
 namespace jet {
 
-// Where a cursor stands. Valid until the file changes (PageFile::changeCount); then BTree::restore finds it again.
+// Where a cursor stands. Valid until the file changes (PageFile::changeCount); then BTree::restore finds it
+// again.
 struct TreePosition {
     PageNo leaf = 0; // 0 = before the first / past the last entry
     uint16_t entry = 0;
@@ -30,7 +31,8 @@ class BTree {
     // REQUIRES for the changing ones: inside a write.
     void insert(std::span<const uint8_t> key, RowId row); // an entry that is already there is Err::Corrupt
     bool erase(std::span<const uint8_t> key, RowId row);  // false: no such entry
-    // Fills an empty tree from entries already in order: full pages, no splits. For new indexes and bulk rebuilds.
+    // Fills an empty tree from entries already in order: full pages, no splits. For new indexes and bulk
+    // rebuilds.
     void build(const std::function<bool(Bytes& key, RowId& row)>& nextEntry);
 
     // First entry whose key is not below `key` (a prefix of stored keys may be given); false past the end.
@@ -51,8 +53,9 @@ class BTree {
     // True when the tree holds an entry with exactly this key (for unique indexes).
     bool containsKey(std::span<const uint8_t> key) const;
 
-    // Walks the whole tree, checks order, links, prefixes, masks, parent keys, page owners and the page map; calls
-    // `fault(page, text)` for each contradiction and `entry` for each entry in order. Never throws for damage.
+    // Walks the whole tree, checks order, links, prefixes, masks, parent keys, page owners and the page map;
+    // calls `fault(page, text)` for each contradiction and `entry` for each entry in order. Never throws for
+    // damage.
     void verify(const std::function<void(std::span<const uint8_t> key, RowId)>& entry,
                 const std::function<void(PageNo, const std::string&)>& fault) const;
 

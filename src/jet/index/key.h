@@ -1,19 +1,29 @@
-// jet/index/key.h — index keys: the bytes under which a row stands in an index, from the values of its fields.
+// jet/index/key.h — index keys: the bytes under which a row stands in an index, from the values of its
+// fields. Keys compare as byte strings in the order of the values, and no key is the beginning of another
+// one.
 #pragma once
 
 #include "jet/format/table_def.h"
 #include "jet/value.h"
 
+#include <span>
+
 namespace jet {
 
-// Appends one field's part of a key (flag byte, data; complemented when descending). Null is a value like any other.
-// REQUIRES: value already converted to the field's type (convertTo), index.readOnlyReason empty.
+// Appends one field's part of a key (flag byte, data; complemented when descending). Null is a value like any
+// other; a null Boolean counts as false, as it is stored. Err::InvalidArgument for a text with a character
+// whose place in the order is not known. REQUIRES: value already converted to the field's type (convertTo),
+// index.readOnlyReason empty.
 void appendKeyPart(const FieldDef& field, bool descending, const Value& value, Bytes& key);
 
-// The whole key of a row; `values` runs along index.fields. `allNull` tells that every part is null.
-void makeKey(const TableDef& def, const IndexDef& index, std::span<const Value> values, Bytes& key, bool& allNull);
+// The whole key of a row, replacing what was in `key`; `values` runs along index.fields. `allNull` tells that
+// every part is null. Same errors.
+void makeKey(const TableDef& def, const IndexDef& index, std::span<const Value> values, Bytes& key,
+             bool& allNull);
 
-// Why keys of this index cannot be made (unknown sort order, Numeric field, …); empty when they can.
+// Why keys of this index cannot be made (unknown sort order, Numeric field, …); empty when they can. Jet 3
+// files have keys of another form in text fields: whoever opens such a file must not use this answer for
+// writing or seeking texts.
 std::string keyObstacle(const TableDef& def, const IndexDef& index);
 
 } // namespace jet

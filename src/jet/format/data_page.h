@@ -13,14 +13,15 @@ namespace jet {
 
 struct Slot {
     size_t start = 0, length = 0;
-    bool deleted = false;  // emptied or marked dead
-    bool hidden = false;   // flag 0x8000: target of an overflow pointer, not shown in scans
-    bool pointer = false;  // flag 0x4000: the first 4 bytes name the row that holds the data
+    bool deleted = false; // emptied or marked dead
+    bool hidden = false;  // flag 0x8000: target of an overflow pointer, not shown in scans
+    bool pointer = false; // flag 0x4000: the first 4 bytes name the row that holds the data
 };
 
 // Checked view of a data page. Every function throws Err::Corrupt when the slot table does not fit the page.
 namespace data_page {
-void initialise(const Layout&, std::span<uint8_t> page, uint32_t owner); // empty data page owned by a definition page
+void initialise(const Layout&, std::span<uint8_t> page,
+                uint32_t owner); // empty data page owned by a definition page
 uint32_t owner(const Layout&, std::span<const uint8_t> page);
 uint16_t slotCount(const Layout&, std::span<const uint8_t> page);
 Slot slot(const Layout&, std::span<const uint8_t> page, uint16_t number);
@@ -29,10 +30,11 @@ size_t freeBytes(const Layout&, std::span<const uint8_t> page); // as the page's
 bool fits(const Layout&, std::span<const uint8_t> page, size_t length);
 // Adds a row, returns its slot. REQUIRES: fits(). `hidden` marks the target of an overflow pointer.
 uint8_t insert(const Layout&, std::span<uint8_t> page, std::span<const uint8_t> row, bool hidden = false);
-// Gives the slot new bytes if they fit on the page (other rows are moved, slots keep their numbers); else false and
-// nothing changed. Clears the pointer flag, keeps `hidden`.
+// Gives the slot new bytes if they fit on the page (other rows are moved, slots keep their numbers); else
+// false and nothing changed. Clears the pointer flag, keeps `hidden`.
 bool replace(const Layout&, std::span<uint8_t> page, uint8_t slot, std::span<const uint8_t> row);
-// Turns the slot into a pointer to `target`; always fits (a row is at least 4 bytes or is padded when inserted).
+// Turns the slot into a pointer to `target`; always fits (a row is at least 4 bytes or is padded when
+// inserted).
 void makePointer(const Layout&, std::span<uint8_t> page, uint8_t slot, RowId target);
 void erase(const Layout&, std::span<uint8_t> page, uint8_t slot);
 bool empty(const Layout&, std::span<const uint8_t> page); // no living slot

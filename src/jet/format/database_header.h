@@ -19,8 +19,8 @@ struct DatabaseHeader {
     std::string password;     // UTF-8; empty = none
 };
 
-// Size of a page, from the first bytes of the file. Err::NotADatabase (too short, or no Jet file), Err::NewerFormat
-// (ACE and later). Fits PageFile::open's probe.
+// Size of a page, from the first bytes of the file. Err::NotADatabase (too short, or no Jet file),
+// Err::NewerFormat (ACE and later). Fits PageFile::open's probe.
 size_t probePageSize(std::span<const uint8_t> firstBytes);
 
 // REQUIRES: bytes of page 0, probePageSize() accepted them.

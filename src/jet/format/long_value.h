@@ -10,8 +10,9 @@ namespace jet {
 // Err::Corrupt when the chain is longer or shorter than it says, loops, or leaves the file.
 Bytes readLongValue(PageFile& file, const Layout& layout, std::span<const uint8_t> header);
 
-// Memo text in the field's stored form (compressed as text is, up to the limit), or OLE bytes, put where they fit:
-// inline up to 64 bytes, else on long-value pages of this column. Returns the header with, for inline values, the data.
+// Memo text in the field's stored form (compressed as text is, up to the limit), or OLE bytes, put where they
+// fit: inline up to 64 bytes, else on long-value pages of this column. Returns the header with, for inline
+// values, the data.
 Bytes writeLongValue(PageAllocator& allocator, const FieldDef& field, std::span<const uint8_t> stored);
 void freeLongValue(PageAllocator& allocator, const FieldDef& field, std::span<const uint8_t> header);
 

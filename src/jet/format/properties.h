@@ -1,12 +1,12 @@
-// jet/format/properties.h — the LvProp blob ("MR2") of a catalog row: properties of a table and of its fields.
-// Unknown properties are kept byte for byte when a blob is changed.
+// jet/format/properties.h — the LvProp blob ("MR2") of a catalog row: properties of a table and of its
+// fields. Unknown properties are kept byte for byte when a blob is changed.
 #pragma once
 
 #include "jet/value.h"
 
 #include <map>
-#include <string>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace jet {
@@ -19,8 +19,8 @@ struct Property {
 };
 
 struct PropertyBlock {
-    uint16_t kind = 0;   // 0 table, 1 field
-    std::string owner;   // name of the table or field
+    uint16_t kind = 0; // 0 table, 1 field
+    std::string owner; // name of the table or field
     std::vector<Property> properties;
 };
 

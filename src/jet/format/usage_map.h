@@ -1,5 +1,5 @@
-// jet/format/usage_map.h — sets of page numbers as the file keeps them (owned pages, pages with room, free pages),
-// and the allocator that hands out pages from the file's global free map.
+// jet/format/usage_map.h — sets of page numbers as the file keeps them (owned pages, pages with room, free
+// pages), and the allocator that hands out pages from the file's global free map.
 #pragma once
 
 #include "jet/format/layout.h"
@@ -14,16 +14,18 @@ namespace jet {
 // One usage map, lying in the row that `pointer` names. Reads the pages on every call: holds no state.
 class UsageMap {
   public:
-    UsageMap(PageFile& file, const Layout& layout, RowId pointer) : file_(&file), layout_(&layout), at_(pointer) {}
+    UsageMap(PageFile& file, const Layout& layout, RowId pointer)
+        : file_(&file), layout_(&layout), at_(pointer) {}
 
     bool contains(PageNo page) const;
     std::optional<PageNo> next(PageNo from) const; // lowest page >= from; nothing past the end of the file
     std::optional<PageNo> last() const;
-    void forEach(const std::function<void(PageNo)>& visit) const; // ascending; pages past the end are left out
+    void
+    forEach(const std::function<void(PageNo)>& visit) const; // ascending; pages past the end are left out
     size_t count() const;
 
-    // REQUIRES: inside a write. An inline map whose range is too small is moved or turned into the paged form, taking
-    // bitmap pages from the allocator.
+    // REQUIRES: inside a write. An inline map whose range is too small is moved or turned into the paged
+    // form, taking bitmap pages from the allocator.
     void add(PageNo page, class PageAllocator& allocator);
     void remove(PageNo page);
     void clear(class PageAllocator& allocator); // empties it and frees its bitmap pages
@@ -40,8 +42,8 @@ class UsageMap {
 class PageAllocator {
   public:
     PageAllocator(PageFile& file, const Layout& layout) : file_(&file), layout_(&layout) {}
-    PageEdit allocate();     // zeroed page, marked used
-    void free(PageNo page);  // back to the global map; the caller has removed every reference to it
+    PageEdit allocate();    // zeroed page, marked used
+    void free(PageNo page); // back to the global map; the caller has removed every reference to it
     // A new empty inline map as a row on a usage-map page; returns its pointer.
     RowId createMap();
     void deleteMap(RowId map); // empties it and frees its row slot

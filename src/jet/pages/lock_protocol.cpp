@@ -1,0 +1,162 @@
+// jet/pages/lock_protocol.h. A lock is always released before it is taken in another kind: not every system
+// can convert one in place, and PENDING keeps others out of the gap.
+#include "jet/pages/lock_protocol.h"
+
+#include "jet/error.h"
+#include "jet/pages/io_error.h"
+#include "jet/pages/wait.h"
+
+#include <array>
+#include <cassert>
+
+namespace jet {
+
+namespace {
+constexpr char kBeingWritten[] = "Dosyaya şu anda başka bir kullanıcı yazıyor";
+constexpr char kBeingRead[] =
+    "Dosya şu anda başka bir kullanıcı tarafından okunuyor, değişiklikler yazılamadı";
+} // namespace
+
+bool LockProtocol::lockShared() {
+    assert(level_ == Level::None);
+    const bool other = refresh();
+    if (file_.membership() != Membership::Alone) {
+        Wait wait(io_, timeoutMs_);
+        while (!tryShared())
+            if (!wait.again()) throwLocked(kBeingWritten);
+    }
+    level_ = Level::Shared;
+    return other;
+}
+
+bool LockProtocol::tryShared() {
+    if (!file_.file().tryLock(ldb::kPendingByte, 1, LockKind::Shared)) return false;
+    bool locked = false;
+    try {
+        locked = file_.file().tryLock(ldb::kSharedByte, 1, LockKind::Shared);
+    } catch (...) {
+        unlock(ldb::kPendingByte);
+        throw;
+    }
+    unlock(ldb::kPendingByte);
+    return locked;
+}
+
+void LockProtocol::unlockShared() noexcept {
+    assert(level_ == Level::Shared);
+    level_ = Level::None;
+    if (file_.membership() != Membership::Alone) unlock(ldb::kSharedByte);
+}
+
+bool LockProtocol::lockWriter() {
+    assert(!writer_ && file_.membership() == Membership::Joined);
+    bool other = false;
+    Wait wait(io_, timeoutMs_);
+    for (;;) {
+        if (level_ == Level::None) other = refresh() || other;
+        if (file_.membership() != Membership::Joined)
+            throw Error(Err::ReadOnly, "Kilit dosyası silindi ve yeniden oluşturulamadı; dosyaya yazılamaz.")
+                .inFile(pathText(file_.path()));
+        if (file_.file().tryLock(ldb::kWriterByte, 1, LockKind::Exclusive)) break;
+        if (level_ ==
+            Level::Shared) { // does a commit wait for us to end reading? Then we would wait for each other.
+            if (!file_.file().tryLock(ldb::kPendingByte, 1, LockKind::Shared)) throwLocked(kBeingWritten);
+            unlock(ldb::kPendingByte);
+        }
+        if (!wait.again()) throwLocked(kBeingWritten);
+    }
+    writer_ = true;
+    return other;
+}
+
+void LockProtocol::unlockWriter() noexcept {
+    assert(writer_ && level_ != Level::Exclusive);
+    writer_ = false;
+    unlock(ldb::kWriterByte);
+}
+
+void LockProtocol::lockExclusive() {
+    assert(writer_ && level_ != Level::Exclusive);
+    lockWaiting(ldb::kPendingByte, LockKind::Exclusive, kBeingRead);
+    if (level_ == Level::Shared) unlock(ldb::kSharedByte);
+    try {
+        lockWaiting(ldb::kSharedByte, LockKind::Exclusive, kBeingRead);
+    } catch (...) {
+        // With WRITER and PENDING ours only readers can be in the way, so the shared lock is free for us.
+        try {
+            if (level_ == Level::Shared) file_.file().tryLock(ldb::kSharedByte, 1, LockKind::Shared);
+        } catch (...) {
+            // The first error is the one to tell; without its lock this handle can still not commit.
+        }
+        unlock(ldb::kPendingByte);
+        throw;
+    }
+    level_ = Level::Exclusive;
+}
+
+void LockProtocol::unlockExclusive(Level next) noexcept {
+    assert(level_ == Level::Exclusive && next != Level::Exclusive);
+    unlock(ldb::kSharedByte);
+    level_ = next;
+    try {
+        if (next == Level::Shared) file_.file().tryLock(ldb::kSharedByte, 1, LockKind::Shared);
+    } catch (...) {
+        // The disk is gone: every later read of this handle fails by itself.
+    }
+    unlock(ldb::kPendingByte);
+}
+
+uint64_t LockProtocol::counter() {
+    if (file_.membership() == Membership::Alone) return 0;
+    std::array<uint8_t, 8> bytes{};
+    file_.file().read(ldb::kCounterOffset, bytes);
+    uint64_t value = 0;
+    for (size_t i = 8; i-- > 0;)
+        value = value << 8 | bytes[i];
+    return value;
+}
+
+uint64_t LockProtocol::moveCounter() {
+    assert(level_ == Level::Exclusive);
+    const uint64_t value = counter() + 1;
+    std::array<uint8_t, 8> bytes{};
+    for (size_t i = 0; i < 8; ++i)
+        bytes[i] = static_cast<uint8_t>(value >> (8 * i));
+    file_.file().write(ldb::kCounterOffset, bytes);
+    return value;
+}
+
+bool LockProtocol::refresh() {
+    const bool alone = file_.membership() == Membership::Alone;
+    if (alone ? !file_.appeared() : !file_.isLost()) return false;
+    if (writer_) // somebody deleted the .ldb under a running write
+        throw Error(Err::LockFailed, "Kilit dosyası silindiği için işlem durduruldu.")
+            .inFile(pathText(file_.path()));
+    file_.leave();
+    return file_.join() != Membership::Alone || !alone;
+}
+
+void LockProtocol::lockWaiting(uint64_t byte, LockKind kind, const char* what) {
+    Wait wait(io_, timeoutMs_);
+    while (!file_.file().tryLock(byte, 1, kind))
+        if (!wait.again()) throwLocked(what);
+}
+
+void LockProtocol::unlock(uint64_t byte) noexcept {
+    try {
+        file_.file().unlock(byte, 1);
+    } catch (...) {
+        // Releasing fails only with the disk or the network; the lock ends with the handle then.
+    }
+}
+
+void LockProtocol::throwLocked(const char* what) {
+    std::string message = what;
+    std::string names;
+    for (const std::string& user : file_.users(LockFile::Whom::Others))
+        names += (names.empty() ? "" : "; ") + user;
+    message += names.empty() ? "." : " (dosyayı açık tutanlar: " + names + ").";
+    throw Error(Err::LockedByOther, message).inFile(pathText(file_.database()));
+}
+
+} // namespace jet

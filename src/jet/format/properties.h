@@ -30,6 +30,7 @@ class PropertySet {
     Bytes serialize() const;                                 // empty when there is nothing
     bool empty() const { return blocks_.empty(); }
 
+    // `field` empty = the table itself.
     bool boolean(std::string_view field, std::string_view name, bool whenAbsent) const;
     std::string text(std::string_view field, std::string_view name) const; // empty when absent
     void setBoolean(std::string_view field, std::string_view name, bool value);
@@ -38,7 +39,13 @@ class PropertySet {
     void removeField(std::string_view field);
 
   private:
+    const Property* find(std::string_view field, std::string_view name) const;
+    PropertyBlock& block(std::string_view field); // made when it is not there
+    void set(std::string_view field, std::string_view name, uint8_t type, Bytes value);
+    void remove(std::string_view field, std::string_view name);
+
     std::vector<PropertyBlock> blocks_;
+    std::vector<std::string> names_; // the blob's list of property names, in its order
 };
 
 } // namespace jet

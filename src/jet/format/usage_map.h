@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
 namespace jet {
 
@@ -31,8 +32,12 @@ class UsageMap {
     void clear(class PageAllocator& allocator); // empties it and frees its bitmap pages
 
     RowId pointer() const { return at_; }
+    std::vector<PageNo> bitmapPages() const; // of the paged form; for the checker
 
   private:
+    bool addInline(PageNo page);
+    void addPaged(PageNo page, class PageAllocator& allocator);
+    void turnPaged(class PageAllocator& allocator);
     PageFile* file_;
     const Layout* layout_;
     RowId at_;
@@ -52,8 +57,17 @@ class PageAllocator {
     const Layout& layout() const { return *layout_; }
 
   private:
+    void refresh(); // forgets the hints when others may have changed the file
+    PageNo appendGlobalBitmap(size_t index);
+    void turnGlobalMapPaged();
+    void coverInGlobalMap(PageNo page);
+
     PageFile* file_;
     const Layout* layout_;
+    // Hints, true as long as the file's generation stays: no free page lies before searchFrom_, and mapPage_
+    // (0 = unknown) is where the newest map lies.
+    uint64_t generation_ = UINT64_MAX;
+    PageNo searchFrom_ = 0, mapPage_ = 0;
 };
 
 } // namespace jet

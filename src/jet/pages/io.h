@@ -12,11 +12,8 @@
 
 namespace jet {
 
-enum class OpenMode {
-    ReadOnly,
-    ReadWrite,
-    CreateNew
-}; // CreateNew: read-write, fails with DatabaseExists when there
+// CreateNew: read-write, fails with DatabaseExists when the file is there.
+enum class OpenMode { ReadOnly, ReadWrite, CreateNew };
 enum class LockKind { Shared, Exclusive };
 
 // An open file. All errors are jet::Error (DiskIO, DiskFull, CannotOpen, …) carrying the path.

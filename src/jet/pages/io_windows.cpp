@@ -24,6 +24,7 @@ constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELE
 constexpr size_t kLargestTransfer = 1u << 24;
 constexpr int kRetries = 30; // of 10 ms each: virus scanners and deletions under way hold a name for a moment
 constexpr DWORD kRetryMs = 10;
+constexpr DWORD kQuotaExceeded = 1295; // not in every SDK's headers
 
 std::string reasonText(DWORD code) {
     wchar_t text[512] = {};
@@ -39,7 +40,7 @@ Err errorNumber(DWORD code) {
     switch (code) {
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
-    case ERROR_DISK_QUOTA_EXCEEDED: return Err::DiskFull;
+    case kQuotaExceeded: return Err::DiskFull;
     case ERROR_ACCESS_DENIED:
     case ERROR_SHARING_VIOLATION:
     case ERROR_WRITE_PROTECT: return Err::CannotOpen;

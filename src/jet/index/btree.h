@@ -14,8 +14,8 @@ namespace jet {
 // Where a cursor stands. Valid until the file changes (PageFile::changeCount); then BTree::restore finds it
 // again.
 struct TreePosition {
-    PageNo leaf = 0; // 0 = before the first / past the last entry
-    uint16_t entry = 0;
+    PageNo leaf = 0;    // 0 = before the first / past the last entry
+    uint16_t entry = 0; // byte offset of the entry on its page
     uint64_t changeCount = 0;
 };
 
@@ -29,10 +29,11 @@ class BTree {
     void destroy(); // frees every page; the tree must not be used after
 
     // REQUIRES for the changing ones: inside a write.
-    void insert(std::span<const uint8_t> key, RowId row); // an entry that is already there is Err::Corrupt
-    bool erase(std::span<const uint8_t> key, RowId row);  // false: no such entry
+    // An entry that is already there is Err::Corrupt; a key past about 1,800 bytes is Err::RecordTooLarge.
+    void insert(std::span<const uint8_t> key, RowId row);
+    bool erase(std::span<const uint8_t> key, RowId row); // false: no such entry
     // Fills an empty tree from entries already in order: full pages, no splits. For new indexes and bulk
-    // rebuilds.
+    // rebuilds. Err::InvalidArgument when the tree is not empty, or an entry is not above the one before it.
     void build(const std::function<bool(Bytes& key, RowId& row)>& nextEntry);
 
     // First entry whose key is not below `key` (a prefix of stored keys may be given); false past the end.
@@ -60,6 +61,7 @@ class BTree {
                 const std::function<void(PageNo, const std::string&)>& fault) const;
 
   private:
+    struct TreeRef self() const;
     PageAllocator* allocator_;
     PageNo root_, owner_;
     RowId pageMap_;

@@ -119,6 +119,12 @@ bool IndexPage::equals(size_t start, std::span<const uint8_t> entry) const {
            std::memcmp(entry.data() + prefix_, stored.data(), stored.size()) == 0;
 }
 
+bool IndexPage::hasKey(size_t start, std::span<const uint8_t> key) const {
+    Bytes entry;
+    copyEntry(start, entry);
+    return entry.size() == key.size() + kRowPointerSize && std::equal(key.begin(), key.end(), entry.begin());
+}
+
 int IndexPage::compare(size_t start, const IndexPage& other, size_t otherStart) const {
     Bytes mine, theirs;
     copyEntry(start, mine);
@@ -153,6 +159,16 @@ void IndexPage::collect(EntryList& list) const {
         copyEntry(at, entry);
         list.add(entry);
     }
+}
+
+void IndexPage::collect(EntryList& list, size_t at, std::span<const uint8_t> added) const {
+    Bytes entry;
+    for (size_t i = 0; i < used_; i = end(i)) {
+        if (i == at) list.add(added);
+        copyEntry(i, entry);
+        list.add(entry);
+    }
+    if (at == used_) list.add(added);
 }
 
 std::string IndexPage::contradiction() const try {

@@ -58,6 +58,7 @@ class IndexPage {
     // First entry that is not below `target` as byte strings; used() when all are below.
     size_t lowerBound(std::span<const uint8_t> target) const;
     bool equals(size_t start, std::span<const uint8_t> entry) const;
+    bool hasKey(size_t start, std::span<const uint8_t> key) const; // REQUIRES: leaf()
     // <0, 0, >0 as this page's entry compares with the other's.
     int compare(size_t start, const IndexPage& other, size_t otherStart) const;
 
@@ -65,6 +66,8 @@ class IndexPage {
     RowId row(size_t start) const;                    // REQUIRES: leaf()
     PageNo child(size_t start) const;                 // REQUIRES: not leaf()
     void collect(EntryList& list) const;              // adds all entries
+    void collect(EntryList& list, size_t at,
+                 std::span<const uint8_t> added) const; // `added` before the one at `at`
     // Entries and mask contradict each other or are out of order; Turkish text, empty when sound. Does not
     // throw.
     std::string contradiction() const;

@@ -2,6 +2,7 @@
 #include "core/structure_check.h"
 
 #include "core/ini_file.h"
+#include "core/level_paths.h"
 #include "core/values.h"
 
 #include <QFileInfo>
@@ -11,8 +12,8 @@ namespace orvan {
 namespace {
 
 constexpr auto kStampFile = "\\Yapi.sys";
-const QString kSection = QStringLiteral("YAPIKOTROLU");
-const QString kStampKey = QStringLiteral("VERSIYON");
+constexpr QLatin1String kSection("YAPIKOTROLU");
+constexpr QLatin1String kStampKey("VERSIYON");
 
 struct Step {
     QString file;

@@ -6,6 +6,7 @@
 #include "core/clock.h"
 #include "core/database_set.h"
 #include "records/student_numbers.h"
+#include "reference/code_lists.h"
 
 #include <vector>
 
@@ -13,17 +14,14 @@ namespace orvan {
 
 inline constexpr auto kQuickRegistrationTitle = "Hızlı Öğrenci Kayıt"; // rights title and caption
 
-struct ProfessionChoice {
-    QString code;
-    int version = 0; // curriculum version
-    QString name;
-};
+using ProfessionChoice = Profession;
 
 struct QuickForm {
     ProfessionChoice profession;
     int registrationNo = 0;
     QString studentNo;
     QString name, surname;
+    StudentNumbers proposed; // what was proposed; tells a typed number from a proposed one
 };
 
 enum class QuickSave { Saved, Refused };
@@ -46,10 +44,13 @@ class QuickRegistration {
     int numberWidth() const;
 
   private:
+    StudentNumbers numbersFor(const Profession& profession);
     bool requiredFieldsFilled(const QuickForm& form);
-    bool numberIsFree(const QuickForm& form);
+    bool typedNumberIsFree(const QuickForm& form);
+    bool writeWhenFree(const QuickForm& form);
     bool acceptFreshNumbers(QuickForm& form);
     void write(const QuickForm& form);
+    int widthOf(const char* field) const;
     DatabaseSet& databases_;
     Dialogs& dialogs_;
     const Clock& clock_;

@@ -1,0 +1,38 @@
+// widgets/screen.h — what every window inside the main window is: a name, a title, a title mark while
+// something is unsaved, and the question before unsaved work is left. Ctrl+S saves, Esc closes, F5 reads
+// again.
+#pragma once
+
+#include "core/dialogs.h"
+
+#include <QWidget>
+
+namespace orvan {
+
+class Screen : public QWidget {
+    Q_OBJECT
+
+  public:
+    // `name` is the screen's own name (object name); dialogs must outlive it.
+    Screen(const QString& name, const QString& title, Dialogs& dialogs, QWidget* parent = nullptr);
+
+    bool hasUnsaved() const { return isWindowModified(); }
+    // Nothing unsaved, or the person has decided: saved, or thrown away. False: he has to stay (the save was
+    // refused).
+    bool settleUnsaved();
+
+    virtual bool save() { return true; } // true: nothing is unsaved any more
+    virtual void discardChanges() {}     // the unsaved record as it was loaded
+    virtual void refresh() {}            // reads again what others may have changed
+
+  protected:
+    void setUnsaved(bool unsaved) { setWindowModified(unsaved); }
+    Dialogs& dialogs() const { return dialogs_; }
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    Dialogs& dialogs_;
+};
+
+} // namespace orvan

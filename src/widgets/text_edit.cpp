@@ -1,0 +1,76 @@
+// widgets/text_edit.cpp — one-line text field.
+#include "widgets/text_edit.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QMenu>
+
+namespace orvan {
+
+TextEdit::TextEdit(TextEntry entry, int maxLength, int width, QWidget* parent)
+    : QLineEdit(parent), entry_(entry), limit_(maxLength) {
+    if (limit_ > 0) setMaxLength(limit_);
+    setMinimumWidth(fieldWidth(this, width));
+    setMaximumWidth(fieldWidth(this, width) * 3 / 2);
+}
+
+void TextEdit::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    if (event->reason() == Qt::MouseFocusReason || event->reason() == Qt::PopupFocusReason ||
+        event->reason() == Qt::ActiveWindowFocusReason)
+        return;
+    if (entry_ == TextEntry::Code) {
+        selectAll();
+    } else {
+        deselect();
+        end(false);
+    }
+}
+
+void TextEdit::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Paste)) {
+        pasteIfFits();
+        return;
+    }
+    const QString typed = event->text();
+    const bool isCharacter = !typed.isEmpty() && typed[0].isPrint();
+    if (isCharacter && !fits(typed)) return;
+    QLineEdit::keyPressEvent(event);
+}
+
+// Qt's own menu is in the system's language and its Paste would cut what does not fit.
+void TextEdit::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu menu(this);
+    menu.addAction(QStringLiteral("&Geri al\tCtrl+Z"), this, &QLineEdit::undo)->setEnabled(isUndoAvailable());
+    menu.addSeparator();
+    menu.addAction(QStringLiteral("K&es\tCtrl+X"), this, &QLineEdit::cut)
+        ->setEnabled(hasSelectedText() && !isReadOnly());
+    menu.addAction(QStringLiteral("&Kopyala\tCtrl+C"), this, &QLineEdit::copy)->setEnabled(hasSelectedText());
+    menu.addAction(QStringLiteral("&Yapıştır\tCtrl+V"), this, &TextEdit::pasteIfFits)
+        ->setEnabled(!isReadOnly());
+    menu.addSeparator();
+    menu.addAction(QStringLiteral("&Tümünü seç\tCtrl+A"), this, &QLineEdit::selectAll);
+    menu.exec(event->globalPos());
+}
+
+bool TextEdit::fits(const QString& added) {
+    if (limit_ <= 0 || isReadOnly() || text().size() - selectedText().size() + added.size() <= limit_)
+        return true;
+    emit refused(QStringLiteral("Bu alana en çok %1 karakter yazılabilir.").arg(limit_));
+    return false;
+}
+
+void TextEdit::pasteIfFits() {
+    if (fits(QApplication::clipboard()->text())) paste();
+}
+
+int fieldWidth(const QWidget* field, int characters) {
+    const QFontMetrics metrics = field->fontMetrics();
+    // capital letters are common in names; frame and text margins take about two letters more
+    return metrics.horizontalAdvance(u'E') * characters + 2 * metrics.averageCharWidth();
+}
+
+} // namespace orvan

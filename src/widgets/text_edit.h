@@ -1,0 +1,36 @@
+// widgets/text_edit.h — a one-line text field: over-long text is refused while typing and said so; on
+// entering, a code or number is selected whole, in free text the caret goes to the end.
+#pragma once
+
+#include <QLineEdit>
+
+namespace orvan {
+
+enum class TextEntry { FreeText, Code };
+
+class TextEdit : public QLineEdit {
+    Q_OBJECT
+
+  public:
+    // maxLength and width in characters; maxLength 0 = no limit.
+    TextEdit(TextEntry entry, int maxLength, int width, QWidget* parent = nullptr);
+
+  signals:
+    void refused(const QString& why); // what was typed or pasted did not fit and was not taken
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+  private:
+    bool fits(const QString& added);
+    void pasteIfFits();
+    TextEntry entry_;
+    int limit_;
+};
+
+// Width in pixels of a field that shows `characters` of usual text.
+int fieldWidth(const QWidget* field, int characters);
+
+} // namespace orvan

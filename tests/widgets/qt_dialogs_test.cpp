@@ -1,0 +1,123 @@
+// Boxes on the screen: Turkish buttons, safe presets, what Esc means.
+#include "support/keyboard.h"
+#include "widgets/qt_dialogs.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace orvan {
+namespace {
+
+using namespace orvan_test;
+
+QStringList buttonTexts(const QWidget& box) {
+    QStringList texts;
+    for (const auto* button : box.findChildren<QPushButton*>())
+        texts << button->text();
+    texts.sort();
+    return texts;
+}
+
+TEST(QtDialogs, QuestionsUseTurkishButtonsAndTheSafeOneIsPreset) {
+    QtDialogs dialogs;
+    const struct {
+        const char* title;
+        Answer preset;
+        Qt::Key key;
+        Answer expected;
+    } cases[] = {
+        {"Enter takes the safe answer", Answer::No, Qt::Key_Return, Answer::No},
+        {"Enter takes the preset", Answer::Yes, Qt::Key_Return, Answer::Yes},
+        {"Esc is No whatever is preset", Answer::Yes, Qt::Key_Escape, Answer::No},
+    };
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.title);
+        OnBox box([&](QWidget& shown) {
+            EXPECT_EQ(shown.windowTitle(), QString("Uyarı"));
+            EXPECT_EQ(static_cast<QMessageBox&>(shown).text(),
+                      QString("Silmek İstediğinize <b>Emin</b> misiniz?"));
+            EXPECT_EQ(static_cast<QMessageBox&>(shown).textFormat(), Qt::PlainText);
+            EXPECT_EQ(buttonTexts(shown), (QStringList{"&Evet", "&Hayır"}));
+            press(one.key);
+        });
+        EXPECT_EQ(dialogs.askYesNo("Silmek İstediğinize <b>Emin</b> misiniz?", "Uyarı", one.preset),
+                  one.expected);
+    }
+}
+
+TEST(QtDialogs, AltLettersAnswer) {
+    QtDialogs dialogs;
+    OnBox box([](QWidget&) { press(Qt::Key_E, Qt::AltModifier); });
+    EXPECT_EQ(dialogs.askYesNo("Devam edilsin mi?", "Dikkat"), Answer::Yes);
+}
+
+TEST(QtDialogs, MessageShowsItsIconAndTamam) {
+    QtDialogs dialogs;
+    OnBox box([](QWidget& shown) {
+        EXPECT_EQ(static_cast<QMessageBox&>(shown).icon(), QMessageBox::Critical);
+        EXPECT_EQ(buttonTexts(shown), QStringList{"&Tamam"});
+        press(Qt::Key_Escape);
+    });
+    dialogs.message("Çalışan program zaten var...", "Dikkat", Icon::Critical);
+}
+
+TEST(QtDialogs, OkCancelIsCancelledByEscapeAndByEnter) {
+    QtDialogs dialogs;
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+        OnBox box([&](QWidget& shown) {
+            EXPECT_EQ(buttonTexts(shown), (QStringList{"&Tamam", "İ&ptal"}));
+            press(key);
+        });
+        EXPECT_FALSE(dialogs.askOkCancel("Program kapatılsın mı?", "Dikkat"));
+    }
+}
+
+TEST(QtDialogs, TextInputGivesTheTextOrNothing) {
+    QtDialogs dialogs;
+    {
+        OnBox box([](QWidget&) {
+            type("Ayşe");
+            press(Qt::Key_Return);
+        });
+        EXPECT_EQ(dialogs.inputText("Yeni Kullanıcı Adı:", "Yeni Kullanıcı", "x"), QString("Ayşe"));
+    }
+    {
+        OnBox box([](QWidget& shown) {
+            EXPECT_EQ(find<QLineEdit>(shown, "metin")->echoMode(), QLineEdit::Password);
+            press(Qt::Key_Escape);
+        });
+        EXPECT_EQ(dialogs.inputText("Şifre:", "Şifre", {}, InputKind::Password), std::nullopt);
+    }
+}
+
+TEST(QtDialogs, ProgressNeverRunsBackAndCanBeStopped) {
+    QtDialogs dialogs;
+    auto progress = dialogs.beginProgress("Ortalamalar", 10);
+    progress->step(6);
+    progress->step(4, "Meslek 4");
+    EXPECT_FALSE(progress->cancelled());
+    QTest::qWait(600); // the bar appears after half a second
+    progress->step(7);
+    QWidget* bar = QApplication::activeModalWidget();
+    ASSERT_NE(bar, nullptr);
+    EXPECT_EQ(bar->property("value").toInt(), 7);
+    find<QPushButton>(*bar, "durdur")->click();
+    EXPECT_TRUE(progress->cancelled());
+    progress.reset();
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST(QtDialogs, FileFiltersBecomeQtsForm) {
+    EXPECT_EQ(qtFileFilter("Resim Dosyaları (*.bmp;*.jpg)|*.bmp;*.jpg"),
+              QString("Resim Dosyaları (*.bmp *.jpg)"));
+    EXPECT_EQ(qtFileFilter("A|*.a|Tümü|*.*"), QString("A (*.a);;Tümü (*.*)"));
+    EXPECT_EQ(defaultSuffix("Excel dosyaları|*.xlsx"), QString("xlsx"));
+    EXPECT_EQ(defaultSuffix("Tümü|*.*"), QString());
+    EXPECT_EQ(defaultSuffix(""), QString());
+}
+
+} // namespace
+} // namespace orvan

@@ -118,17 +118,16 @@ class MemoryFile final : public IoFile {
 
 void MemoryIo::setHook(Hook hook) {
     const std::lock_guard guard(mutex_);
-    hook_ = std::move(hook);
+    hook_ = hook ? std::make_shared<const Hook>(std::move(hook)) : nullptr;
 }
 
 void MemoryIo::before(const Step& step) const {
-    Hook hook;
+    std::shared_ptr<const Hook> hook;
     {
         const std::lock_guard guard(mutex_);
-        if (!hook_) return;
         hook = hook_;
     }
-    hook(step);
+    if (hook) (*hook)(step);
 }
 
 void MemoryIo::apply(std::vector<uint8_t>& bytes, const Change& change) {

@@ -22,7 +22,8 @@ class MemoryIo final : public Io {
         uint64_t offset = 0;                // Read, Write, Lock; the size for Truncate
         std::span<const uint8_t> data = {}; // Write
     };
-    // Called before each operation; what it throws is the operation's failure, and then nothing was done.
+    // Called before each operation (one object, so it may keep count); what it throws is the operation's
+    // failure, and then nothing was done.
     using Hook = std::function<void(const Step&)>;
     void setHook(Hook hook);
 
@@ -75,7 +76,7 @@ class MemoryIo final : public Io {
 
     mutable std::mutex mutex_;
     Names names_, durableNames_;
-    Hook hook_;
+    std::shared_ptr<const Hook> hook_;
     uint64_t clock_ = 0;
 };
 

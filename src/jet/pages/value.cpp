@@ -15,7 +15,8 @@ namespace {
 constexpr double kFirstDay = -657434; // 0100-01-01
 constexpr double kLastDay = 2958465;  // 9999-12-31
 constexpr int64_t kSecondsPerDay = 86400;
-constexpr int64_t kUnixEpochDay = 25569; // 1970-01-01 in Jet's count
+constexpr int64_t kUnixEpochDay = 25569;    // 1970-01-01 in Jet's count
+constexpr int64_t kDaysBefore1970 = 719468; // since 0000-03-01, where the civil arithmetic starts
 
 // Days since 1970-01-01 of a date of the Gregorian calendar, extended to both sides; month 1..12.
 int64_t daysFromCivil(int64_t year, int month, int64_t day) {
@@ -23,11 +24,12 @@ int64_t daysFromCivil(int64_t year, int month, int64_t day) {
     const int64_t era = (year >= 0 ? year : year - 399) / 400;
     const int64_t yearOfEra = year - era * 400;
     const int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5;
-    return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear + day - 1;
+    return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear + day - 1 -
+           kDaysBefore1970;
 }
 
 void civilFromDays(int64_t days, int& year, int& month, int& day) {
-    days += 719468;
+    days += kDaysBefore1970;
     const int64_t era = (days >= 0 ? days : days - 146096) / 146097;
     const int64_t dayOfEra = days - era * 146097;
     const int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;

@@ -30,11 +30,6 @@ void applyProperties(TableDef& def, std::span<const uint8_t> blob) {
 
 } // namespace
 
-std::string pathText(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
-
 OpenDatabase::OpenDatabase(std::unique_ptr<PageFile> file, DatabaseHeader header, std::string readOnlyReason)
     : file_(std::move(file)), header_(std::move(header)), readOnlyReason_(std::move(readOnlyReason)),
       allocator_(*file_, *header_.layout), catalog_(*this) {}

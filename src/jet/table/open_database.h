@@ -4,6 +4,7 @@
 
 #include "jet/error.h"
 #include "jet/format/database_header.h"
+#include "jet/pages/io_error.h"
 #include "jet/table/catalog.h"
 #include "jet/table/table_source.h"
 
@@ -73,8 +74,6 @@ class OpenDatabase : public TableSource {
     PageNo draft_ = 0;
     std::unordered_map<PageNo, Known> known_;
 };
-
-std::string pathText(const std::filesystem::path& path); // UTF-8, for messages
 
 // Runs one structural statement: the lock, all or nothing, and the place added to errors.
 template <class Body> void statement(OpenDatabase& db, std::string_view table, Body&& body) {

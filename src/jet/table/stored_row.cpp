@@ -6,23 +6,17 @@
 namespace jet {
 
 std::string_view StoredRow::text(size_t field, std::string& scratch) const {
-    const bool memo = view_.def().fields[field].type == Type::Memo;
-    if (!memo && !oldText_) return view_.text(field, scratch);
+    if (view_.def().fields[field].type != Type::Memo) return view_.text(field, scratch);
     const Layout& layout = source_->layout();
-    if (memo) {
-        decodeText(layout, source_->codePage(), readLongValue(source_->pages(), layout, view_.raw(field)),
-                   scratch);
-    } else {
-        decodeText(layout, source_->codePage(), view_.raw(field), scratch);
-    }
+    decodeText(layout, codePage_, readLongValue(source_->pages(), layout, view_.raw(field)), scratch);
     return scratch;
 }
 
 Value StoredRow::value(size_t field) const {
-    if (view_.isNull(field)) return {};
     const FieldDef& def = view_.def().fields[field];
+    if (!def.isLongValue()) return view_.value(field);
+    if (view_.isNull(field)) return {};
     if (def.type == Type::Ole) return readLongValue(source_->pages(), source_->layout(), view_.raw(field));
-    if (def.type != Type::Memo && !(oldText_ && def.type == Type::Text)) return view_.value(field);
     std::string scratch;
     text(field, scratch);
     return scratch;

@@ -9,10 +9,10 @@ namespace jet {
 
 class StoredRow {
   public:
-    explicit StoredRow(TableSource& source) : source_(&source), oldText_(source.layout().version == 3) {}
+    explicit StoredRow(TableSource& source) : source_(&source), codePage_(source.codePage()) {}
 
     void attach(const TableDef& def, std::span<const uint8_t> bytes) {
-        view_.attach(source_->layout(), def, bytes);
+        view_.attach(source_->layout(), def, bytes, codePage_);
     }
     const RowView& view() const { return view_; }
 
@@ -23,7 +23,7 @@ class StoredRow {
 
   private:
     TableSource* source_;
-    bool oldText_; // Jet 3: one byte a character, in the file's code page
+    uint16_t codePage_; // of Jet 3 text
     RowView view_;
 };
 

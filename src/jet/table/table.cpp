@@ -11,37 +11,6 @@
 #include <unordered_map>
 
 namespace jet {
-namespace {
-
-// A write scope that leaves quietly when its statement was refused before it changed anything: undoing
-// nothing would still make every handle read its definitions anew.
-class Statement {
-  public:
-    explicit Statement(PageFile& file) : file_(file), scope_(file), before_(file.changeCount()) {}
-    ~Statement() {
-        if (done_ || file_.changeCount() != before_) return;
-        try {
-            scope_.commit();
-        } catch (const Error&) {
-            // Nothing was written, so nothing is lost; the refusal on its way up is what the caller must see.
-        }
-    }
-    Statement(const Statement&) = delete;
-    Statement& operator=(const Statement&) = delete;
-    void commit() {
-        done_ = true;
-        scope_.commit();
-    }
-
-  private:
-    PageFile& file_;
-    WriteScope scope_;
-    uint64_t before_;
-    bool done_ = false;
-};
-
-} // namespace
-
 struct Table::Impl {
     Impl(TableSource& from, PageNo definitionPage) : source(from), page(definitionPage), cursor(from) {}
 
@@ -130,11 +99,11 @@ template <class Work> void Table::Impl::writing(Work&& work) {
     try {
         std::string reason;
         if (!source.writable(reason)) throw Error(Err::ReadOnly, reason);
-        Statement statement(source.pages());
+        WriteScope scope(source.pages());
         refresh();
         requireWritable();
         work();
-        statement.commit();
+        scope.commit();
     } catch (Error& error) {
         if (def) error.inTable(def->name);
         throw;

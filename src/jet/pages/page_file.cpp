@@ -208,11 +208,12 @@ void PageFile::Impl::undoTo(size_t depth) {
     }
     for (size_t i = images.size(); i-- > 0;) {
         const Savepoints::Image& image = images[i];
+        marks[image.page].stamp = image.savedBefore;
+        if (image.page >= count) continue; // appended after the outer savepoint, edited in an inner one
         Frame* frame = cache.find(image.page);
         if (!frame) frame = &takeFrame(image.page);
         std::memcpy(frame->data, image.bytes.get(), pageSize);
         frame->dirty = true;
-        marks[image.page].stamp = image.savedBefore;
     }
     savepoints.pop(depth);
     if (!changed) return;

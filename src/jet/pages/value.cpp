@@ -12,8 +12,9 @@ namespace jet {
 
 namespace {
 
-constexpr double kFirstDay = -657434; // 0100-01-01
-constexpr double kLastDay = 2958465;  // 9999-12-31
+constexpr double kFirstDay = -657434;                // 0100-01-01
+constexpr double kLastDay = 2958465;                 // 9999-12-31
+constexpr double kLargestAmount = 922337203685477.5; // the largest double whose ten-thousandths fit
 constexpr int64_t kSecondsPerDay = 86400;
 constexpr int64_t kUnixEpochDay = 25569;    // 1970-01-01 in Jet's count
 constexpr int64_t kDaysBefore1970 = 719468; // since 0000-03-01, where the civil arithmetic starts
@@ -113,11 +114,13 @@ template <class... F> Overloaded(F...) -> Overloaded<F...>;
 
 } // namespace
 
+// Whole and fraction apart: their product with ten thousand would lose the last digits of large amounts.
 Currency Currency::fromDouble(double amount) {
-    const double scaled = std::nearbyint(amount * 10000.0);
-    if (!(scaled >= -9223372036854775808.0 && scaled < 9223372036854775808.0))
+    double whole = 0;
+    const double fraction = std::modf(amount, &whole);
+    if (!(std::abs(amount) <= kLargestAmount))
         throw Error(Err::Conversion, "Tutar, para alanının sınırlarının dışında.");
-    return {static_cast<int64_t>(scaled)};
+    return {static_cast<int64_t>(whole) * 10000 + static_cast<int64_t>(std::nearbyint(fraction * 10000.0))};
 }
 
 std::string Currency::toText() const {

@@ -16,40 +16,16 @@ constexpr const char* kAskedReadOnly = "Dosya salt okunur açıldı.";
 constexpr const char* kOldFormat = "Access 97 biçimindeki dosyalar yalnızca okunabilir; yazmak için dosyayı "
                                    "Access 2000 biçimine dönüştürün.";
 
-struct Opened {
-    std::unique_ptr<PageFile> file;
-    DatabaseHeader header;
-};
-
-Opened openPages(const std::shared_ptr<Io>& io, const std::filesystem::path& path,
-                 const PageFileOptions& options) {
-    Opened opened;
-    opened.file = PageFile::open(io, path, options, probePageSize);
-    const ReadScope read(*opened.file);
-    opened.header = readHeader(opened.file->read(0).bytes());
-    return opened;
+// Why the file cannot be written; empty when it can.
+std::string readOnlyReasonOf(const PageFile& file, const DatabaseHeader& header, bool asked) {
+    if (header.layout->version == 3) return kOldFormat;
+    if (asked) return kAskedReadOnly;
+    return file.readOnly() ? kNoPermission : "";
 }
 
-// Opens for writing where that is possible; `reason` says why not.
-Opened openBest(const std::shared_ptr<Io>& io, const std::filesystem::path& path, PageFileOptions options,
-                std::string& reason) {
-    if (!options.readOnly) {
-        try {
-            Opened opened = openPages(io, path, options);
-            if (opened.file->readOnly()) reason = kNoPermission;
-            if (opened.header.layout->version != 3) return opened;
-            reason = kOldFormat;
-        } catch (const Error& error) {
-            if (error.number() != Err::CannotOpen && error.number() != Err::ReadOnly) throw;
-            reason = kNoPermission;
-        }
-        options.readOnly = true;
-    } else {
-        reason = kAskedReadOnly;
-    }
-    Opened opened = openPages(io, path, options);
-    if (opened.header.layout->version == 3) reason = kOldFormat;
-    return opened;
+DatabaseHeader headerOf(PageFile& file) {
+    const ReadScope read(file);
+    return readHeader(file.read(0).bytes());
 }
 
 // A file that was cut short right behind its header, or that only looks like a database.
@@ -71,16 +47,15 @@ std::unique_ptr<Database> Database::open(const std::filesystem::path& path, cons
         if (!io->exists(path)) throw Error(Err::FileNotFound, "Veritabanı dosyası bulunamadı.");
         PageFileOptions pages = options.pages;
         pages.readOnly = pages.readOnly || options.readOnly;
-        std::string reason;
-        Opened opened = openBest(io, path, pages, reason);
-        if (!options.ignorePassword && !opened.header.password.empty() &&
-            opened.header.password != options.password)
+        auto file = PageFile::open(io, path, pages, probePageSize);
+        DatabaseHeader header = headerOf(*file);
+        if (!options.ignorePassword && !header.password.empty() && header.password != options.password)
             throw Error(Err::InvalidPassword, "Parola geçerli değil.");
-        if (opened.header.encodingKey != 0) opened.file->setCodec(makePageCodec(opened.header.encodingKey));
-        requireCatalog(*opened.file);
+        if (header.encodingKey != 0) file->setCodec(makePageCodec(header.encodingKey));
+        requireCatalog(*file);
+        std::string reason = readOnlyReasonOf(*file, header, pages.readOnly);
         std::unique_ptr<Database> database(new Database);
-        database->impl_ =
-            std::make_unique<Impl>(std::move(opened.file), std::move(opened.header), std::move(reason));
+        database->impl_ = std::make_unique<Impl>(std::move(file), std::move(header), std::move(reason));
         return database;
     } catch (Error& error) {
         error.inFile(pathText(path));

@@ -8,6 +8,7 @@
 #include "jet/table/table_storage.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace jet {
 
@@ -25,17 +26,32 @@ class DraftScope {
     OpenDatabase& db_;
 };
 
+// Positions by old column number, new fields last: other programs show the columns in that order.
+std::vector<size_t> inOldOrder(const std::vector<RebuiltField>& fields) {
+    std::vector<size_t> order(fields.size());
+    std::iota(order.begin(), order.end(), size_t{0});
+    std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) {
+        const auto number = [&](size_t i) {
+            return fields[i].from ? fields[i].field.columnNumber : kMaxFields;
+        };
+        return number(a) < number(b);
+    });
+    return order;
+}
+
 // Same fields, no indexes, no autonumber (numbers are copied like any others).
 TableDef makeDraft(OpenDatabase& db, const TableDef& old, const std::vector<RebuiltField>& fields) {
     TableDef draft;
     draft.name = old.name;
     draft.tableType = old.tableType;
-    for (const RebuiltField& wanted : fields) {
-        FieldDef field = wanted.field;
+    draft.fields.resize(fields.size());
+    for (const size_t position : inOldOrder(fields)) {
+        FieldDef field = fields[position].field;
         placeField(draft, field);
+        field.ordinal = static_cast<uint16_t>(position);
         field.autoNumber = false;
         field.flags &= static_cast<uint8_t>(~ColumnFlag::kAutoNumber);
-        draft.fields.push_back(std::move(field));
+        draft.fields[position] = std::move(field);
     }
     draft.page = db.allocator().allocate().number();
     createStorage(db, draft);

@@ -1,0 +1,64 @@
+// Several handles on one file: structure changes are seen, references stay good while nothing changes.
+#include "catalog_fixture.h"
+
+namespace catalog_test {
+namespace {
+
+using jet::Database;
+using jet::Type;
+using jet::Value;
+
+class OtherHandle : public Files {};
+
+TEST_F(OtherHandle, SeesEveryStructureChange) {
+    auto a = Database::create(file("a.mdb"));
+    a->createTable("T", {field("A", Type::Long)});
+    auto b = Database::open(file("a.mdb"));
+    jet::Table table = b->openTable("T");
+    table.insert(std::vector<Value>{1});
+
+    a->addField("T", field("B", Type::Text, 5));
+    EXPECT_EQ(fieldNames(*b, "T"), (std::vector<std::string>{"A", "B"}));
+    table.insert(std::vector<Value>{2, "iki"}); // the open table handle follows
+    EXPECT_EQ(rowsOf(*a, "T"), (std::vector<std::string>{"A=1|B=(null)|", "A=2|B=iki|"}));
+
+    a->createIndex("T", primaryKey(0));
+    EXPECT_EQ(errorOf([&] { table.insert(std::vector<Value>{2, "üç"}); }), 3022);
+
+    b->renameTable("T", "Yeni");
+    EXPECT_FALSE(a->hasTable("T"));
+    EXPECT_TRUE(a->hasTable("yeni"));
+    a->renameField("Yeni", "B", "C");
+    EXPECT_EQ(fieldNames(*b, "Yeni"), (std::vector<std::string>{"A", "C"}));
+    a->dropTable("Yeni");
+    EXPECT_FALSE(b->hasTable("Yeni"));
+    EXPECT_EQ(errorOf([&] { table.insert(std::vector<Value>{3, "x"}); }), 3078);
+    EXPECT_EQ(faultsOf(*b), "");
+}
+
+TEST_F(OtherHandle, DefinitionsStayWhereTheyAreWhileOnlyRowsChange) {
+    auto a = Database::create(file("a.mdb"));
+    a->createTable("T", {field("A", Type::Long)});
+    auto b = Database::open(file("a.mdb"));
+    const jet::TableDef* def = &b->tableDef("T");
+    a->openTable("T").insert(std::vector<Value>{1});
+    EXPECT_EQ(&b->tableDef("T"), def);
+    a->addField("T", field("B", Type::Long));
+    EXPECT_EQ(b->tableDef("T").fields.size(), 2u);
+}
+
+TEST_F(OtherHandle, RolledBackStructureIsForgotten) {
+    auto a = Database::create(file("a.mdb"));
+    a->createTable("T", {field("A", Type::Long)});
+    a->pages().beginWrite();
+    a->addField("T", field("B", Type::Long));
+    a->createTable("Yarım", {field("A", Type::Long)});
+    EXPECT_TRUE(a->hasTable("Yarım"));
+    a->pages().rollbackWrite();
+    EXPECT_FALSE(a->hasTable("Yarım"));
+    EXPECT_EQ(fieldNames(*a, "T"), std::vector<std::string>{"A"});
+    EXPECT_EQ(faultsOf(*a), "");
+}
+
+} // namespace
+} // namespace catalog_test

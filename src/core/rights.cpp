@@ -1,4 +1,5 @@
 // core/rights.cpp — the rights check on ProgramHaklari, with the families of screens that share a right.
+#include "core/row_writer.h"
 #include "core/users.h"
 #include "core/values.h"
 
@@ -82,15 +83,11 @@ void grantAll(jet::Database& constants, const QString& user, Rights rights) {
     jet::SqlSession sql(constants);
     sql.execute("Delete * from programhaklari where kullaniciadi = ?", Parameters{user});
     jet::Table table = constants.openTable("ProgramHaklari");
+    RowWriter writer(table, {"KullaniciAdi", "ProgramAdi", "GirisHakki", "YazmaHakki"});
+    const jet::Value enter(rights.enter ? "1" : "0"), write(rights.write ? "1" : "0");
     jet::WriteBatch batch(constants);
-    for (const QString& title : programTitles()) {
-        table.addNew();
-        table.set("KullaniciAdi", textValue(user));
-        table.set("ProgramAdi", textValue(title));
-        table.set("GirisHakki", jet::Value(rights.enter ? "1" : "0"));
-        table.set("YazmaHakki", jet::Value(rights.write ? "1" : "0"));
-        table.update();
-    }
+    for (const QString& title : programTitles())
+        writer.add({textValue(user), textValue(title), enter, write});
     batch.commit();
 }
 

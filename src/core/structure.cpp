@@ -2,6 +2,7 @@
 // anything away.
 #include "core/schema.h"
 
+#include "core/row_writer.h"
 #include "core/values.h"
 
 #include <set>
@@ -32,12 +33,6 @@ jet::IndexDef indexDef(const IndexDeclaration& index, const std::vector<jet::Fie
     return def;
 }
 
-size_t position(const jet::TableDef& def, std::string_view field) {
-    if (const auto found = def.findField(field)) return *found;
-    jet::Error error(jet::Err::NoSuchItem, "Alan bulunamadı: " + std::string(field));
-    throw error.inTable(def.name);
-}
-
 std::string keyOf(const std::vector<jet::Value>& values, size_t keyFields) {
     std::string key;
     for (size_t i = 0; i < keyFields; ++i)
@@ -46,13 +41,10 @@ std::string keyOf(const std::vector<jet::Value>& values, size_t keyFields) {
 }
 
 std::set<std::string> presentKeys(jet::Table& table, const FirstRows& first) {
-    std::vector<size_t> places;
-    for (size_t i = 0; i < first.keyFields; ++i)
-        places.push_back(position(table.def(), first.fields[i]));
     std::set<std::string> keys;
     std::vector<jet::Value> values(first.keyFields);
     for (bool more = table.moveFirst(); more; more = table.moveNext()) {
-        for (size_t i = 0; i < places.size(); ++i)
+        for (size_t i = 0; i < values.size(); ++i)
             values[i] = table.value(first.fields[i]);
         keys.insert(keyOf(values, first.keyFields));
     }
@@ -64,20 +56,11 @@ int addRows(jet::Database& database, const TableDeclaration& declaration) {
     jet::Table table = database.openTable(declaration.name);
     for (const FirstRows& first : declaration.firstRows) {
         const auto present = presentKeys(table, first);
-        const size_t width = table.def().fields.size();
-        std::vector<size_t> places;
-        for (const std::string& field : first.fields)
-            places.push_back(position(table.def(), field));
+        RowWriter writer(table, first.fields);
         jet::WriteBatch batch(database);
         for (const auto& row : first.rows) {
             if (present.contains(keyOf(row, first.keyFields))) continue;
-            std::vector<jet::Value> values(width);
-            const auto given = std::make_unique<bool[]>(width);
-            for (size_t i = 0; i < row.size(); ++i) {
-                values[places[i]] = row[i];
-                given[places[i]] = true;
-            }
-            table.insert(values, {given.get(), width});
+            writer.add(row);
             ++added;
         }
         batch.commit();

@@ -1,0 +1,23 @@
+// tools/orvanctl/demo_people.h — invented people with Turkish names.
+#pragma once
+
+#include "tools/orvanctl/demo_random.h"
+
+#include <QDate>
+#include <QString>
+
+namespace orvanctl {
+
+struct Person {
+    bool girl = false;
+    QString name, surname, father, mother;
+    QString identityNo; // right check digits
+    QDate birth;
+    QString birthPlace, street, phone;
+};
+
+// `serial` makes the identity number unique; `birthYear` is the year of birth.
+Person makePerson(DemoRandom& random, int serial, int birthYear);
+QString fullName(const Person& person);
+
+} // namespace orvanctl

@@ -1,0 +1,87 @@
+// orvanctl — the batch jobs of ORVAN from a terminal, with the same rules as the windows.
+// Each command prints what it did; a failure is one clear line and a status other than 0 (2: wrong words).
+#include "tools/orvanctl/demo_centre.h"
+#include "tools/orvanctl/options.h"
+
+#include "catalog/templates.h"
+
+#include <cstdio>
+#include <QCoreApplication>
+
+namespace {
+
+using orvanctl::Options;
+using orvanctl::UsageError;
+
+struct Command {
+    const char* name;
+    const char* usage;
+    const char* meaning;
+    void (*run)(const QStringList& words);
+};
+
+QString folderOf(const Options& options) {
+    if (options.plain().size() == 1) return options.plain().first();
+    throw UsageError("Bir klasör adı gerekir.");
+}
+
+void runDemo(const QStringList& words) {
+    const Options options(words, {QStringLiteral("--students"), QStringLiteral("--user"),
+                                  QStringLiteral("--password"), QStringLiteral("--seed")});
+    orvanctl::DemoOptions demo;
+    demo.folder = folderOf(options);
+    demo.students = options.number(QStringLiteral("--students"), demo.students, 0, 500000);
+    demo.seed = static_cast<unsigned>(
+        options.number(QStringLiteral("--seed"), static_cast<int>(demo.seed), 0, 1000000));
+    demo.user = options.text(QStringLiteral("--user"), demo.user);
+    demo.password = options.text(QStringLiteral("--password"), demo.password);
+    const auto made = orvanctl::makeDemoCentre(demo);
+    std::printf(
+        "Demo kurum hazır: %s\n%d kalfa öğrencisi, %d usta öğrencisi, %d işletme, %d koordinatör öğretmen\n"
+        "Kullanıcı: %s / %s (salt okur: memur / %s)\n",
+        demo.folder.toLocal8Bit().constData(), made.students, made.masters, made.workplaces,
+        made.coordinators, demo.user.toUtf8().constData(), demo.password.toUtf8().constData(),
+        demo.password.toUtf8().constData());
+}
+
+void runTemplates(const QStringList& words) {
+    const Options options(words, {});
+    for (const QString& name : orvan::writeTemplates(folderOf(options)))
+        std::printf("%s\n", name.toUtf8().constData());
+}
+
+constexpr Command kCommands[] = {
+    {"demo", "demo KLASÖR [--students N] [--user AD] [--password ŞİFRE] [--seed N]",
+     "Örnek bir kurum kurar; boş olmayan klasöre yalnız daha önce kurduğu örneğin yerine yazar.", runDemo},
+    {"templates", "templates KLASÖR", "Boş şablon veritabanlarını (Mdx) yazar.", runTemplates},
+};
+
+int usage() {
+    std::fprintf(stderr, "Kullanım:\n");
+    for (const Command& command : kCommands)
+        std::fprintf(stderr, "  orvanctl %s\n      %s\n", command.usage, command.meaning);
+    return 2;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    QStringList words = application.arguments().mid(1);
+    if (words.isEmpty()) return usage();
+    const QString name = words.takeFirst();
+    for (const Command& command : kCommands) {
+        if (name != QLatin1String(command.name)) continue;
+        try {
+            command.run(words);
+            return 0;
+        } catch (const UsageError& error) {
+            std::fprintf(stderr, "orvanctl: %s\n", error.what());
+            return 2;
+        } catch (const std::exception& error) {
+            std::fprintf(stderr, "orvanctl: %s\n", error.what());
+            return 1;
+        }
+    }
+    return usage();
+}

@@ -40,6 +40,7 @@ template <class Unsigned, class Real> void appendReal(Real value, Bytes& key) {
 // Segments of eight bytes, each followed by 09 or, the last one (padded with zeros), by the count of its
 // bytes.
 void appendBinary(std::span<const uint8_t> data, Bytes& key) {
+    if (data.empty()) return;
     while (data.size() > kSegment) {
         key.insert(key.end(), data.begin(), data.begin() + kSegment);
         key.push_back(kMoreSegments);

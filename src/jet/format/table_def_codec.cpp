@@ -253,10 +253,11 @@ void appendRealIndex(const TableDef& def, const IndexDef& index, Bytes& out) {
     }
     put32(entry, at.usageMap, static_cast<uint32_t>(index.usageMapPointer));
     put32(entry, at.root, index.rootPage);
+    const bool newPrimary = index.primary && index.realFlags == 0; // the system's own keys are not `required`
     uint8_t flags = index.realFlags | IndexFlag::kAlways;
-    flags = withBits(flags, IndexFlag::kUnique, index.unique || index.primary);
+    flags = withBits(flags, IndexFlag::kUnique, index.unique || newPrimary);
     flags = withBits(flags, IndexFlag::kIgnoreNulls, index.ignoreNulls);
-    flags = withBits(flags, IndexFlag::kRequired, index.required || index.primary);
+    flags = withBits(flags, IndexFlag::kRequired, index.required || newPrimary);
     entry[at.flags] = flags;
     out.insert(out.end(), entry.begin(), entry.end());
 }

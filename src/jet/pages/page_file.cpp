@@ -202,8 +202,6 @@ void PageFile::Impl::undoTo(size_t depth) {
     const bool changed = !images.empty() || pageCount != count;
     if (pageCount != count) {
         cache.dropFrom(count);
-        for (PageNo no = count; no < pageCount; ++no)
-            marks[no].spillSlot = SpillFile::kNone;
         pageCount = count;
     }
     for (size_t i = images.size(); i-- > 0;) {

@@ -116,8 +116,9 @@ void PageFile::Impl::enterRead(JournalCheck check) {
         for (;;) {
             const uint64_t counter = locks.counter();
             const bool moved = !counterKnown || counter != seenCounter;
-            // An unmoved counter says that no page was written since: a journal there is one that never
-            // counted.
+            // An unmoved counter says that no page was written since: a journal there is of a commit that had
+            // not begun. A writer looks all the same, lest a count lost with its machine harms what it
+            // builds.
             if (!moved && check == JournalCheck::WhenMoved) return;
             if (!journal.exists()) {
                 if (moved) refresh(counter);

@@ -182,6 +182,46 @@ TEST(Crash, OthersWhoHaveTheFileOpenRollBackTheDeadWriter) {
     }
 }
 
+TEST(Crash, TwoWhoFindTheSameJournalRollItBackOnce) {
+    for (int n = 0; n < 14; ++n) { // the second comes before the n-th step of the first
+        const auto io = std::make_shared<MemoryIo>();
+        auto dying = make(io, 8);
+        auto first = open(io), second = open(io, {.lockTimeoutMs = 20});
+        {
+            WriteScope write(*dying);
+            change(*dying);
+            io->setHook(diesAfterFirstPage());
+            EXPECT_NE(errorOf([&] { write.commit(); }), 0);
+        }
+        int step = 0, refused = 0;
+        io->setHook([&](const MemoryIo::Step&) {
+            if (step++ == n) refused = errorOf([&] { EXPECT_EQ(allValues(*second), oldValues()); });
+        });
+        EXPECT_EQ(allValues(*first), oldValues()) << "step " << n;
+        io->setHook({});
+        EXPECT_TRUE(refused == 0 || refused == code(Err::LockedByOther)) << "step " << n << ": " << refused;
+        EXPECT_EQ(allValues(*second), oldValues()) << "step " << n;
+    }
+}
+
+TEST(Crash, WholeJournalIsRolledBackByTheNextWriterEvenWithoutAMovedCounter) {
+    const auto io = std::make_shared<MemoryIo>();
+    auto file = make(io, 8);
+    std::vector<uint8_t> journal;
+    {
+        WriteScope write(*file);
+        change(*file);
+        io->setHook([&](const MemoryIo::Step& step) {
+            if (step.path == kPath && step.op == MemoryIo::Op::Sync) journal = io->contents(kJournal);
+        });
+        write.commit();
+        io->setHook({});
+    }
+    io->put(kJournal, journal);
+    const WriteScope write(*file);
+    EXPECT_EQ(allValues(*file), oldValues());
+}
+
 TEST(Crash, DamagedJournalsAreRemovedAndTouchNothing) {
     const auto io = std::make_shared<MemoryIo>();
     auto file = make(io, 8);

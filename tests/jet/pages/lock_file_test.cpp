@@ -108,6 +108,25 @@ TEST(LockFile, JoiningWhileTheLastOneLeavesEndsInOneCommonFile) {
     }
 }
 
+// The other way round: the last one leaves between two steps of who is coming.
+TEST(LockFile, LastOneLeavingWhileAnotherJoinsDoesNotTakeTheFileAway) {
+    for (int n = 0; n < 12; ++n) {
+        const auto io = std::make_shared<MemoryIo>();
+        auto leaving = make(io, 2);
+        int step = 0;
+        io->setHook([&](const MemoryIo::Step&) {
+            if (step++ == n) leaving.reset();
+        });
+        auto coming = open(io);
+        io->setHook({});
+        leaving.reset();
+        auto third = open(io, {.lockTimeoutMs = 50});
+        EXPECT_EQ(third->users().size(), 2u) << "step " << n;
+        const WriteScope write(*coming);
+        EXPECT_EQ(errorOf([&] { third->beginWrite(); }), code(Err::LockedByOther)) << "step " << n;
+    }
+}
+
 class Refusing : public testing::Test {
   protected:
     void SetUp() override { make(io, 3); }

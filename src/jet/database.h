@@ -60,14 +60,16 @@ class Database {
     // (by position), primary, unique, required, ignoreNulls are read; the rest is set by the engine.
     void createTable(const std::string& name, std::vector<FieldDef> fields,
                      std::vector<IndexDef> indexes = {});
-    void dropTable(std::string_view name);
+    void dropTable(std::string_view name); // Err::InvalidArgument when a relation uses it
     void renameTable(std::string_view from, const std::string& to);
     void addField(std::string_view table, const FieldDef& field); // old rows read null (Boolean: false)
-    void dropField(std::string_view table,
-                   std::string_view field); // Err::InvalidArgument when an index uses it
+    // Err::InvalidArgument when an index or a relation uses it, or when it is the last one.
+    void dropField(std::string_view table, std::string_view field);
     void renameField(std::string_view table, std::string_view from, const std::string& to);
     // Changes type, size, required, default of a field in place; rows are rewritten when the type or storage
-    // changes. A value that cannot be converted is Err::Conversion and nothing changes.
+    // changes (refused with Err::InvalidArgument when a relation uses the field). A value that cannot be
+    // converted is Err::Conversion, one too long for the new width Err::FieldTooLong, and nothing changes.
+    // `wanted.name` is not looked at.
     void alterField(std::string_view table, std::string_view field, const FieldDef& wanted);
     void setFieldOrder(std::string_view table,
                        const std::vector<std::string>& names); // first these, then the rest

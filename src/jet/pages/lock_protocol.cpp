@@ -15,18 +15,18 @@ namespace {
 constexpr char kBeingWritten[] = "Dosyaya şu anda başka bir kullanıcı yazıyor";
 constexpr char kBeingRead[] =
     "Dosya şu anda başka bir kullanıcı tarafından okunuyor, değişiklikler yazılamadı";
+constexpr uint64_t kLookMs = 500;
 } // namespace
 
-bool LockProtocol::lockShared() {
+void LockProtocol::lockShared() {
     assert(level_ == Level::None);
-    const bool other = refresh();
+    refresh(Look::NowAndThen);
     if (file_.membership() != Membership::Alone) {
         Wait wait(io_, timeoutMs_);
         while (!tryShared())
             if (!wait.again()) throwLocked(kBeingWritten);
     }
     level_ = Level::Shared;
-    return other;
 }
 
 bool LockProtocol::tryShared() {
@@ -48,25 +48,23 @@ void LockProtocol::unlockShared() noexcept {
     if (file_.membership() != Membership::Alone) unlock(ldb::kSharedByte);
 }
 
-bool LockProtocol::lockWriter() {
+void LockProtocol::lockWriter() {
     assert(!writer_ && file_.membership() == Membership::Joined);
-    bool other = false;
     Wait wait(io_, timeoutMs_);
     for (;;) {
-        if (level_ == Level::None) other = refresh() || other;
+        if (level_ == Level::None) refresh(Look::Always);
         if (file_.membership() != Membership::Joined)
             throw Error(Err::ReadOnly, "Kilit dosyası silindi ve yeniden oluşturulamadı; dosyaya yazılamaz.")
                 .inFile(pathText(file_.path()));
         if (file_.file().tryLock(ldb::kWriterByte, 1, LockKind::Exclusive)) break;
-        if (level_ ==
-            Level::Shared) { // does a commit wait for us to end reading? Then we would wait for each other.
+        // Does a commit wait for us to end reading? Then we would wait for each other.
+        if (level_ == Level::Shared) {
             if (!file_.file().tryLock(ldb::kPendingByte, 1, LockKind::Shared)) throwLocked(kBeingWritten);
             unlock(ldb::kPendingByte);
         }
         if (!wait.again()) throwLocked(kBeingWritten);
     }
     writer_ = true;
-    return other;
 }
 
 void LockProtocol::unlockWriter() noexcept {
@@ -126,14 +124,20 @@ uint64_t LockProtocol::moveCounter() {
     return value;
 }
 
-bool LockProtocol::refresh() {
+// The .ldb goes only if a person deletes it: a reader need not ask the system at every read.
+void LockProtocol::refresh(Look look) {
     const bool alone = file_.membership() == Membership::Alone;
-    if (alone ? !file_.appeared() : !file_.isLost()) return false;
+    const uint64_t now = io_.tickMilliseconds();
+    if (!alone && look == Look::NowAndThen && now < nextLook_) return;
+    nextLook_ = now + kLookMs;
+    if (alone ? !file_.appeared() : !file_.isLost()) return;
     if (writer_) // somebody deleted the .ldb under a running write
         throw Error(Err::LockFailed, "Kilit dosyası silindiği için işlem durduruldu.")
             .inFile(pathText(file_.path()));
+    rejoined_ = rejoined_ || !alone;
     file_.leave();
-    return file_.join() != Membership::Alone || !alone;
+    file_.join();
+    rejoined_ = rejoined_ || file_.membership() != Membership::Alone;
 }
 
 void LockProtocol::lockWaiting(uint64_t byte, LockKind kind, const char* what) {

@@ -16,6 +16,8 @@
 
 #include "jet/pages/lock_file.h"
 
+#include <utility>
+
 namespace jet {
 
 class LockProtocol {
@@ -31,16 +33,18 @@ class LockProtocol {
     Level level() const { return level_; }
     bool isWriter() const { return writer_; }
 
-    // Waits end with Err::LockedByOther. lockShared and lockWriter return true when the .ldb had to be joined
-    // anew: counters read before mean nothing any more. REQUIRES: level None.
-    bool lockShared();
+    // Waits end with Err::LockedByOther. lockShared REQUIRES: level None.
+    void lockShared();
     void unlockShared() noexcept;
     // REQUIRES: Joined, not the writer yet.
-    bool lockWriter();
+    void lockWriter();
     void unlockWriter() noexcept;
     // From None or Shared; when it fails the level is as before. REQUIRES: isWriter().
     void lockExclusive();
     void unlockExclusive(Level next) noexcept; // next: None or Shared
+
+    // True once after the .ldb had to be joined anew: counters read before mean nothing any more.
+    bool takeRejoined() { return std::exchange(rejoined_, false); }
 
     // The change counter. Read it under SHARED, move it under EXCLUSIVE.
     uint64_t counter();
@@ -50,15 +54,18 @@ class LockProtocol {
 
   private:
     bool tryShared();
-    bool refresh(); // joins again when the .ldb is gone or (Alone) has come; true = other .ldb than before
+    enum class Look { Always, NowAndThen };
+    void refresh(Look look); // joins again when the .ldb is gone or (Alone) has come
     void lockWaiting(uint64_t byte, LockKind kind, const char* what);
     void unlock(uint64_t byte) noexcept;
 
     Io& io_;
     LockFile file_;
     int timeoutMs_;
+    uint64_t nextLook_ = 0; // tick of the next look whether the .ldb is still there
     Level level_ = Level::None;
     bool writer_ = false;
+    bool rejoined_ = false;
 };
 
 } // namespace jet

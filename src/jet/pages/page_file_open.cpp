@@ -111,7 +111,8 @@ void PageFile::Impl::requireFile() const {
 void PageFile::Impl::enterRead(JournalCheck check) {
     requireFile();
     if (locks.file().membership() == Membership::Alone) waitForJournalToGo();
-    if (locks.lockShared()) counterKnown = false;
+    locks.lockShared();
+    if (locks.takeRejoined()) counterKnown = false;
     try {
         for (;;) {
             const uint64_t counter = locks.counter();
@@ -204,7 +205,7 @@ void PageFile::Impl::beginOutermostWrite() {
                 .inFile(pathText(path));
         counterKnown = false;
     }
-    if (locks.lockWriter()) counterKnown = false;
+    locks.lockWriter();
     try {
         if (readDepth == 0) enterRead(JournalCheck::Always);
         if (!file->isStillAt(realPath))

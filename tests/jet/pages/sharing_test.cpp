@@ -124,6 +124,7 @@ TEST_F(Sharing, ReplacedFileIsNoticedBeforeItIsWritten) {
 
 TEST_F(Sharing, DeletedLockFileIsMadeAgainAndUsersMeetThere) {
     io->remove("/veri/KALFA.ldb");
+    EXPECT_EQ(valueOf(*reader, 1), 101u);
     {
         WriteScope write(*writer);
         EXPECT_EQ(errorOf([&] { reader->beginWrite(); }), code(Err::LockedByOther))
@@ -133,6 +134,14 @@ TEST_F(Sharing, DeletedLockFileIsMadeAgainAndUsersMeetThere) {
     }
     EXPECT_EQ(valueOf(*reader, 1), 9u);
     EXPECT_EQ(writer->users().size(), 2u);
+    io->remove("/veri/KALFA.ldb");
+    {
+        WriteScope write(*writer);
+        setValue(writer->edit(1), 10);
+        write.commit();
+    }
+    io->sleepMilliseconds(1000);
+    EXPECT_EQ(valueOf(*reader, 1), 10u) << "a reader notices soon";
     writer.reset();
     reader.reset();
     EXPECT_EQ(io->names(), std::vector{kPath});

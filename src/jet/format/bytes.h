@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <cstring>
 #include <span>
+#include <string_view>
+#include <vector>
 
 namespace jet {
 
@@ -26,5 +28,11 @@ inline uint32_t get24(std::span<const uint8_t> b, size_t at) {
 }
 inline void put16(std::span<uint8_t> b, size_t at, uint16_t value) { storeLe(b.data() + at, value); }
 inline void put32(std::span<uint8_t> b, size_t at, uint32_t value) { storeLe(b.data() + at, value); }
+
+// Appends UTF-16 units as the file stores them.
+inline void appendUnits(std::u16string_view units, std::vector<uint8_t>& bytes) {
+    const auto* begin = reinterpret_cast<const uint8_t*>(units.data());
+    bytes.insert(bytes.end(), begin, begin + 2 * units.size());
+}
 
 } // namespace jet

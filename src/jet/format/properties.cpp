@@ -31,9 +31,8 @@ std::span<const uint8_t> part(std::span<const uint8_t> from, size_t at, size_t l
 }
 
 Bytes wideFromUtf8(std::string_view utf8) {
-    const std::u16string units = utf16FromUtf8(utf8);
-    Bytes bytes(2 * units.size());
-    std::memcpy(bytes.data(), units.data(), bytes.size());
+    Bytes bytes;
+    appendUnits(utf16FromUtf8(utf8), bytes);
     return bytes;
 }
 

@@ -31,8 +31,8 @@ void encodeTextField(const FieldDef& field, const std::string& text, Bytes& byte
     }
     std::u16string units = utf16FromUtf8(text);
     units.resize(field.size, u' ');
-    bytes.resize(2 * units.size());
-    std::memcpy(bytes.data(), units.data(), bytes.size());
+    bytes.clear();
+    appendUnits(units, bytes);
 }
 
 void encodeBinary(const FieldDef& field, const Bytes& value, Bytes& bytes) {

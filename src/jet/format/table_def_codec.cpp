@@ -233,9 +233,9 @@ void appendName(const std::string& name, Bytes& out) {
     if (units.empty() || units.size() > kMaxName)
         throw Error(Err::NameTooLong, "'" + name + "' adı boş ya da 64 karakterden uzun.");
     const size_t at = out.size();
-    out.resize(at + 2 + 2 * units.size());
+    out.resize(at + 2);
     put16(out, at, static_cast<uint16_t>(2 * units.size()));
-    std::memcpy(out.data() + at + 2, units.data(), 2 * units.size());
+    appendUnits(units, out);
 }
 
 void appendRealIndex(const TableDef& def, const IndexDef& index, Bytes& out) {

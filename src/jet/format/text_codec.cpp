@@ -113,12 +113,6 @@ void decodeCodePage(uint16_t codePage, std::span<const uint8_t> bytes, std::stri
     out.finish();
 }
 
-void appendPlain(std::u16string_view text, Bytes& stored) {
-    const size_t at = stored.size();
-    stored.resize(at + 2 * text.size());
-    std::memcpy(stored.data() + at, text.data(), 2 * text.size());
-}
-
 // Appends the compressed form; false (and nothing appended) when the text has a unit it cannot hold.
 bool appendCompressed(std::u16string_view text, Bytes& stored) {
     const size_t begin = stored.size();
@@ -189,7 +183,7 @@ void encodeText(std::string_view utf8, bool compress, Bytes& stored) {
     if (ambiguous) {
         if (!appendCompressed(units, stored)) {
             const size_t from = units.find_first_not_of(kByteOrderMark);
-            appendPlain(std::u16string_view(units).substr(std::min(from, units.size())), stored);
+            appendUnits(std::u16string_view(units).substr(std::min(from, units.size())), stored);
         }
         return;
     }
@@ -198,7 +192,7 @@ void encodeText(std::string_view utf8, bool compress, Bytes& stored) {
         if (stored.size() <= 2 * units.size()) return;
         stored.clear();
     }
-    appendPlain(units, stored);
+    appendUnits(units, stored);
 }
 
 std::u16string utf16FromUtf8(std::string_view utf8) {

@@ -15,7 +15,8 @@ namespace {
 constexpr size_t kMaxEntriesPerPage = 4096;
 
 int compare(const Bytes& a, const Bytes& b) {
-    const int order = std::memcmp(a.data(), b.data(), std::min(a.size(), b.size()));
+    const size_t common = std::min(a.size(), b.size());
+    const int order = common == 0 ? 0 : std::memcmp(a.data(), b.data(), common); // an empty one may have no bytes
     return order != 0 ? order : (a.size() < b.size() ? -1 : a.size() > b.size());
 }
 

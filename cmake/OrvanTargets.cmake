@@ -8,6 +8,9 @@ endif()
 
 add_library(orvan_options INTERFACE)
 target_compile_options(orvan_options INTERFACE -Wall -Wextra -Wpedantic -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    target_compile_options(orvan_options INTERFACE -Wno-restrict) # false alarms on "text" + std::string in GCC 12
+endif()
 target_include_directories(orvan_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 if(ORVAN_SANITIZE)
     target_compile_options(orvan_options INTERFACE -fsanitize=${ORVAN_SANITIZE} -fno-omit-frame-pointer

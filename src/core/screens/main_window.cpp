@@ -1,6 +1,7 @@
 // core/screens/main_window.cpp — child windows, session and state of the main window. Its menus: main_menus.cpp.
 #include "core/screens/main_window.h"
 
+#include "core/general_error.h"
 #include "core/screens/login_dialog.h"
 #include "core/startup.h"
 #include "core/structure_check.h"

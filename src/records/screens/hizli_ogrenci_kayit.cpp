@@ -76,7 +76,7 @@ void hizli_ogrenci_kayit::build() {
     connect(saveButton_, &QPushButton::clicked, this, [this] { save(); });
     connect(fresh, &QPushButton::clicked, this, &hizli_ogrenci_kayit::startNew);
     connect(leave, &QPushButton::clicked, this, &Screen::closeWindow);
-    connect(form_, &EntryForm::dirtyChanged, this, &Screen::setUnsaved);
+    connect(form_, &EntryForm::dirtyChanged, this, [this](bool dirty) { setUnsaved(dirty); });
     connect(form_, &EntryForm::lastFieldDone, this, [this] { saveButton_->setFocus(Qt::TabFocusReason); });
     connect(form_, &EntryForm::edited, this, [this](const QString& name) {
         if (name == kProfession) attempt(QStringLiteral("Meslek seçimi"), [this] { propose(); });

@@ -1,0 +1,139 @@
+// The programs as a person at a terminal sees them: a demo centre that the rules and other programs can read.
+#include "catalog/all_tables.h"
+#include "core/database_set.h"
+#include "core/users.h"
+#include "core/values.h"
+#include "jet/check/check.h"
+#include "records/identity_number.h"
+#include "records/student_list.h"
+
+#include <gtest/gtest.h>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QSet>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+using namespace orvan;
+
+namespace {
+
+struct Outcome {
+    int status;
+    QString out, err;
+};
+
+Outcome run(const QString& program, const QStringList& words) {
+    QProcess process;
+    const QString own = qEnvironmentVariable("ORVAN_BIN_DIR") + '/' + program;
+    process.start(QFile::exists(own) ? own : program, words);
+    EXPECT_TRUE(process.waitForFinished(120000)) << program.toStdString();
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+struct DemoTest : testing::Test {
+    QTemporaryDir temporary;
+    QString folder = temporary.filePath("demo");
+    Outcome make(const QStringList& more = {}) {
+        return run("orvanctl", QStringList{"demo", folder, "--students", "60"} + more);
+    }
+};
+
+TEST_F(DemoTest, CentreIsWholeAndTheSignInWorks) {
+    const Outcome outcome = make();
+    ASSERT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    const ProgramFolder program(folder);
+    Session session;
+    DatabaseSet databases(program, session, allTables());
+    databases.connect();
+    EXPECT_FALSE(session.schoolName.isEmpty());
+    EXPECT_EQ(checkSignIn(databases.constants().database(), "yonetici", "orvan").outcome, SignIn::Accepted);
+    EXPECT_EQ(rightsOf(databases.constants().sql(), "yonetici", "Hızlı Öğrenci Kayıt"), (Rights{true, true}));
+    EXPECT_EQ(rightsOf(databases.constants().sql(), "memur", "Hızlı Öğrenci Kayıt"), (Rights{true, false}));
+    const auto list = studentList(databases.level().sql());
+    ASSERT_EQ(list.size(), 60u);
+    QSet<QString> identities, numbers;
+    for (const StudentListRow& row : list) {
+        EXPECT_TRUE(isIdentityNumber(row.identityNo)) << row.identityNo.toStdString();
+        EXPECT_TRUE(row.number.startsWith(row.professionCode));
+        EXPECT_FALSE(row.profession.isEmpty());
+        identities << row.identityNo;
+        numbers << row.number;
+    }
+    EXPECT_EQ(identities.size(), 60);
+    EXPECT_EQ(numbers.size(), 60);
+    for (const char* file : {"Sabit.mdb", "Isletme.mdb", "Koord.mdb", "KALFA.MDB", "USTA.MDB"}) {
+        const auto database = jet::Database::open(filePath(folder + "/Data/" + file));
+        for (const jet::Fault& fault : jet::checkDatabase(*database).faults)
+            ADD_FAILURE() << file << ": " << fault.table << ' ' << fault.text;
+    }
+}
+
+TEST_F(DemoTest, OtherProgramsReadTheRows) {
+    if (QStandardPaths::findExecutable("mdb-export").isEmpty()) GTEST_SKIP() << "mdb-export is not installed";
+    ASSERT_EQ(make().status, 0);
+    const Outcome exported = run("mdb-export", {"-H", folder + "/Data/KALFA.MDB", "OgrenciBilgisi"});
+    EXPECT_EQ(exported.out.count('\n'), 60);
+    EXPECT_TRUE(exported.out.contains("Mesleki Eğitim"));
+}
+
+TEST_F(DemoTest, SameSeedSameCentreAndItMayBeMadeAgain) {
+    const auto students = [&] {
+        const auto database = jet::Database::open(filePath(folder + "/Data/KALFA.MDB"));
+        jet::SqlSession sql(*database);
+        QStringList names;
+        for (const StudentListRow& row : studentList(sql, StudentOrder::ByNumber))
+            names << row.number + row.name + row.surname;
+        return names;
+    };
+    ASSERT_EQ(make().status, 0);
+    const QStringList first = students();
+    ASSERT_EQ(make().status, 0);
+    EXPECT_EQ(students(), first);
+    ASSERT_EQ(make({"--seed", "7"}).status, 0);
+    EXPECT_NE(students(), first);
+}
+
+TEST_F(DemoTest, ForeignFolderIsLeftAlone) {
+    QDir().mkpath(folder + "/Data");
+    QFile precious(folder + "/Data/KALFA.MDB");
+    ASSERT_TRUE(precious.open(QIODevice::WriteOnly));
+    precious.write("kurumun verisi");
+    precious.close();
+    const Outcome outcome = make();
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err.count('\n'), 1) << outcome.err.toStdString();
+    ASSERT_TRUE(precious.open(QIODevice::ReadOnly));
+    EXPECT_EQ(precious.readAll(), "kurumun verisi");
+    EXPECT_EQ(QDir(folder).entryList(QDir::NoDotAndDotDot | QDir::AllEntries), QStringList{"Data"});
+}
+
+TEST(OrvanctlWords, WrongOnesGiveStatusTwo) {
+    for (const QStringList& words : {QStringList{},
+                                     {"yok"},
+                                     {"demo"},
+                                     {"demo", "a", "b"},
+                                     {"demo", "a", "--bilinmez", "1"},
+                                     {"demo", "a", "--students"},
+                                     {"demo", "a", "--students", "çok"},
+                                     {"demo", "a", "--students", "-1"}}) {
+        const Outcome outcome = run("orvanctl", words);
+        EXPECT_EQ(outcome.status, 2) << words.join(' ').toStdString();
+        EXPECT_FALSE(outcome.err.isEmpty());
+        EXPECT_TRUE(outcome.out.isEmpty());
+    }
+    EXPECT_FALSE(QDir("a").exists());
+}
+
+TEST(TemplateMaker, WritesTheSevenTemplates) {
+    const QTemporaryDir folder;
+    const Outcome outcome = run("mdxmaker", {folder.filePath("yeni/Mdx")});
+    ASSERT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(QDir(folder.filePath("yeni/Mdx")).entryList(QDir::Files).size(), 7);
+    EXPECT_EQ(run("mdxmaker", {}).status, 2);
+    EXPECT_EQ(run("mdxmaker", {"/proc/olmaz"}).status, 1);
+}
+
+} // namespace

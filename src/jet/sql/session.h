@@ -23,15 +23,17 @@ struct ResultColumn {
 class ResultSet {
   public:
     const std::vector<ResultColumn>& columns() const { return columns_; }
-    size_t rowCount() const { return columns_.empty() ? 0 : cells_.size() / columns_.size(); }
+    size_t rowCount() const { return rowCount_; }
     const Value& at(size_t row, size_t column) const { return cells_[row * columns_.size() + column]; }
     const Value& at(size_t row, std::string_view column) const; // without regard to case; Err::NoSuchItem
-    bool empty() const { return rowCount() == 0; }
+    bool empty() const { return rowCount_ == 0; }
 
   private:
     friend class SqlSession;
+    Type typeSeen(size_t column, size_t width) const;
     std::vector<ResultColumn> columns_;
     std::vector<Value> cells_;
+    size_t rowCount_ = 0;
 };
 
 class SqlSession {
@@ -39,13 +41,16 @@ class SqlSession {
     explicit SqlSession(Database& database); // the database must outlive it
     ~SqlSession();
 
-    // Parameters: "?" in order, or names ([Ad?] and PARAMETERS are Jet's; here ":name" / "@name") in order of first
-    // appearance. Err::Syntax (the text shows the place), NoSuchTable, NoSuchItem, TooFewParameters, …
+    // Parameters: "?" in order, or names ([Ad?] and PARAMETERS are Jet's; here ":name" / "@name") in order of
+    // first appearance. Err::Syntax (the text shows the place), NoSuchTable, NoSuchItem, TooFewParameters, …
     ResultSet query(std::string_view sql, std::span<const Value> parameters = {});
     // INSERT / UPDATE / DELETE: rows touched. DDL: 0.
     size_t execute(std::string_view sql, std::span<const Value> parameters = {});
     // How it would run: one line a step, with the index used.
     std::string explain(std::string_view sql, std::span<const Value> parameters = {});
+
+    // True for a statement that query() runs, false for one that execute() runs. Err::Syntax.
+    static bool givesRows(std::string_view sql);
 
     // "Now" for Now() and Date(); the system clock unless a test sets it.
     void setClock(Date (*now)());

@@ -179,7 +179,8 @@ Bytes writeLongValue(PageAllocator& allocator, const FieldDef& field, std::span<
     put32(header, 0, static_cast<uint32_t>(stored.size()));
     if (stored.size() <= kMaxInline) {
         header[kKindAt] = kInline;
-        header.insert(header.end(), stored.begin(), stored.end());
+        header.resize(kHeaderSize + stored.size());
+        std::copy(stored.begin(), stored.end(), header.begin() + kHeaderSize);
         return header;
     }
     Store store(allocator, field);

@@ -28,7 +28,7 @@ bool crossLeaf(const TreeRef& tree, const IndexPage& leaf, Direction direction, 
     for (PageNo steps = tree.file().pageCount(); steps > 0 && no != 0; --steps) {
         const LoadedPage neighbour = loadIndexPage(tree, no);
         const IndexPage& view = neighbour.view;
-        if (!view.leaf()) throw Error(Err::Corrupt, "İndeks yaprağının komşusu yaprak değil.").onPage(no);
+        if (!view.leaf()) throw Error(Err::Corrupt, "Dizin yaprağının komşusu yaprak değil.").onPage(no);
         if (view.empty()) {
             no = forward ? view.next() : view.previous();
             continue;
@@ -37,11 +37,11 @@ bool crossLeaf(const TreeRef& tree, const IndexPage& leaf, Direction direction, 
         if (!leaf.empty()) {
             const int order = leaf.compare(forward ? leaf.lastStart() : 0, view, at);
             if (forward ? order >= 0 : order <= 0)
-                throw Error(Err::Corrupt, "İndeks yaprakları sıralı değil.").onPage(no);
+                throw Error(Err::Corrupt, "Dizin yaprakları sıralı değil.").onPage(no);
         }
         return stand(tree, view, at, position);
     }
-    if (no != 0) throw Error(Err::Corrupt, "İndeks yapraklarının bağlantıları döngü oluşturuyor.").onPage(no);
+    if (no != 0) throw Error(Err::Corrupt, "Dizin yapraklarının bağlantıları döngü oluşturuyor.").onPage(no);
     position = {};
     return false;
 }
@@ -70,7 +70,7 @@ void BTree::destroy() { TreeEditor(self()).destroy(); }
 void BTree::insert(std::span<const uint8_t> key, RowId row) {
     const size_t longest = index_page::maxEntry(allocator_->layout()) - kRowPointerSize - kChildPointerSize;
     if (key.size() > longest)
-        throw Error(Err::RecordTooLarge, "İndeks anahtarı çok uzun (" + std::to_string(key.size()) +
+        throw Error(Err::RecordTooLarge, "Dizin anahtarı çok uzun (" + std::to_string(key.size()) +
                                              " bayt, en çok " + std::to_string(longest) + ").");
     TreeEditor(self()).insert(LeafEntry(key, row).span());
 }

@@ -43,12 +43,12 @@ IndexPage::IndexPage(const Layout& layout, PageNo number, std::span<const uint8_
     : layout_(&layout), page_(bytes.data()), number_(number) {
     const size_t capacity = layout.pageSize - layout.indexEntries;
     if (page_[0] != PageType::kIndexNode && page_[0] != PageType::kIndexLeaf)
-        corrupt("Sayfa bir indeks sayfası değil.");
+        corrupt("Sayfa bir dizin sayfası değil.");
     const size_t free = get16(bytes, layout.indexFree);
-    if (free > capacity) corrupt("İndeks sayfasının boş yer alanı sayfaya sığmıyor.");
+    if (free > capacity) corrupt("Dizin sayfasının boş yer alanı sayfaya sığmıyor.");
     used_ = capacity - free;
     prefix_ = get16(bytes, layout.indexPrefix);
-    if (prefix_ > used_) corrupt("İndeks sayfasının ortak ön ek uzunluğu yanlış.");
+    if (prefix_ > used_) corrupt("Dizin sayfasının ortak ön ek uzunluğu yanlış.");
 }
 
 void IndexPage::corrupt(const char* what) const { throw Error(Err::Corrupt, what).onPage(number_); }
@@ -73,7 +73,7 @@ size_t IndexPage::boundaryFrom(size_t bit) const {
             if (found <= used_) return found;
         }
     }
-    corrupt("İndeks sayfasının kayıt maskesi kayıtlarla uyuşmuyor.");
+    corrupt("Dizin sayfasının kayıt maskesi kayıtlarla uyuşmuyor.");
 }
 
 size_t IndexPage::boundaryUpTo(size_t bit) const {
@@ -87,7 +87,7 @@ size_t IndexPage::boundaryUpTo(size_t bit) const {
 // What is stored of an entry behind the common prefix.
 std::span<const uint8_t> IndexPage::suffix(size_t start) const {
     const size_t from = start == 0 ? prefix_ : start, to = end(start);
-    if (from > to) corrupt("İndeks sayfasının ortak ön eki ilk kaydından uzun.");
+    if (from > to) corrupt("Dizin sayfasının ortak ön eki ilk kaydından uzun.");
     return {page_ + layout_->indexEntries + from, to - from};
 }
 
@@ -100,8 +100,12 @@ size_t IndexPage::lowerBound(std::span<const uint8_t> target) const {
     if (target.size() <= prefix_) return 0;
     target = target.subspan(prefix_);
 
-    size_t high = lastStart(), low = 0; // entries before `low` are below; the one at `high` is not
-    if (compareBytes(suffix(high), target) < 0) return used_; // first: most rows come in rising order
+    size_t low = 0, high = used_; // entries before `low` are below the target, those from `high` on are not
+    if (!leaf() || next() == 0) { // most rows come in rising order: is it behind the last entry?
+        const size_t last = lastStart();
+        if (compareBytes(suffix(last), target) < 0) return used_;
+        high = last;
+    }
     while (low < high) {
         const size_t middle = std::max(low, boundaryUpTo(low + (high - low) / 2));
         if (compareBytes(suffix(middle), target) < 0)
@@ -120,9 +124,12 @@ bool IndexPage::equals(size_t start, std::span<const uint8_t> entry) const {
 }
 
 bool IndexPage::hasKey(size_t start, std::span<const uint8_t> key) const {
-    Bytes entry;
-    copyEntry(start, entry);
-    return entry.size() == key.size() + kRowPointerSize && std::equal(key.begin(), key.end(), entry.begin());
+    const auto stored = suffix(start);
+    if (key.size() + kRowPointerSize != prefix_ + stored.size()) return false;
+    const size_t shared = std::min(prefix_, key.size()); // another program's prefix may reach behind the key
+    const auto behind = key.begin() + static_cast<ptrdiff_t>(shared);
+    return std::equal(key.begin(), behind, page_ + layout_->indexEntries) &&
+           std::equal(behind, key.end(), stored.begin());
 }
 
 int IndexPage::compare(size_t start, const IndexPage& other, size_t otherStart) const {
@@ -138,7 +145,7 @@ void IndexPage::copyEntry(size_t start, Bytes& entry) const {
     entry.assign(entries, entries + prefix_);
     entry.insert(entry.end(), stored.begin(), stored.end());
     const size_t pointers = leaf() ? kRowPointerSize : kRowPointerSize + kChildPointerSize;
-    if (entry.size() < pointers) corrupt("İndeks kaydı, satır işaretçisinden kısa.");
+    if (entry.size() < pointers) corrupt("Dizin kaydı, satır işaretçisinden kısa.");
 }
 
 // The end of an entry as a number. Another program's prefix may reach into the pointers.
@@ -175,13 +182,13 @@ std::string IndexPage::contradiction() const try {
     Bytes entry, previous;
     for (size_t at = 0; at < used_; at = end(at)) {
         copyEntry(at, entry);
-        if (at > 0 && compareBytes(previous, entry) >= 0) return "İndeks sayfasındaki kayıtlar sıralı değil.";
+        if (at > 0 && compareBytes(previous, entry) >= 0) return "Dizin sayfasındaki kayıtlar sıralı değil.";
         previous.swap(entry);
     }
     const size_t maskBits = layout_->pageSize - layout_->indexEntries;
     for (size_t bit = used_ + 1; bit <= maskBits; ++bit)
         if ((page_[layout_->indexMask + bit / 8] >> (bit % 8) & 1) != 0)
-            return "İndeks sayfasının maskesi kayıtların bittiği yerden sonrasını gösteriyor.";
+            return "Dizin sayfasının maskesi kayıtların bittiği yerden sonrasını gösteriyor.";
     return {};
 } catch (const Error& error) {
     return error.message();

@@ -119,7 +119,7 @@ void setChild(const Layout& layout, const IndexPage& view, std::span<uint8_t> pa
               PageNo child) {
     const size_t from = start == 0 ? view.prefix() : start, to = view.end(start);
     if (to < from + kChildPointerSize)
-        throw Error(Err::Corrupt, "İndeks düğümünün kaydı çok kısa.").onPage(view.number());
+        throw Error(Err::Corrupt, "Dizin düğümünün kaydı çok kısa.").onPage(view.number());
     uint8_t* at = page.data() + layout.indexEntries + to - kChildPointerSize;
     for (int shift = 24; shift >= 0; shift -= 8)
         *at++ = static_cast<uint8_t>(child >> shift);

@@ -2,6 +2,7 @@
 #include "jet/index/key.h"
 
 #include "jet/error.h"
+#include "jet/format/layout.h"
 #include "jet/index/sort_key.h"
 
 #include <algorithm>
@@ -93,14 +94,16 @@ void appendData(const FieldDef& field, const Value& value, Bytes& key) {
         break;
     default: break;
     }
-    throw Error(Err::Conversion, "“" + field.name + "” alanının değeri indeks anahtarına çevrilemiyor.");
+    throw Error(Err::Conversion, "“" + field.name + "” alanının değeri dizin anahtarına çevrilemiyor.");
 }
 
-std::string fieldObstacle(const FieldDef& field) {
+std::string fieldObstacle(const Layout& layout, const FieldDef& field) {
     const std::string name = "“" + field.name + "” alanı";
     switch (field.type) {
     case Type::Text:
     case Type::Memo:
+        if (layout.version == 3)
+            return name + " Jet 3 biçimli bir metin; bu biçimin dizin anahtarları bilinmiyor.";
         if (knowsSortOrder(field.sortOrder)) return {};
         return name + " tanınmayan bir sıralama düzeni kullanıyor.";
     case Type::Boolean:
@@ -113,8 +116,8 @@ std::string fieldObstacle(const FieldDef& field) {
     case Type::Date:
     case Type::Binary:
     case Type::Guid: return {};
-    case Type::Numeric: return name + " ondalık (Numeric) türde; bu türün indeks anahtarı yazılamıyor.";
-    default: return name + " indekslenemeyen bir türde.";
+    case Type::Numeric: return name + " ondalık (Numeric) türde; bu türün dizin anahtarı yazılamıyor.";
+    default: return name + " dizinlenemeyen bir türde.";
     }
 }
 
@@ -151,10 +154,11 @@ void makeKey(const TableDef& def, const IndexDef& index, std::span<const Value> 
     }
 }
 
-std::string keyObstacle(const TableDef& def, const IndexDef& index) {
+std::string keyObstacle(const Layout& layout, const TableDef& def, const IndexDef& index) {
     for (const IndexField& part : index.fields) {
-        if (part.field >= def.fields.size()) return "İndeks, tabloda bulunmayan bir alanı gösteriyor.";
-        if (std::string obstacle = fieldObstacle(def.fields[part.field]); !obstacle.empty()) return obstacle;
+        if (part.field >= def.fields.size()) return "Dizin, tabloda bulunmayan bir alanı gösteriyor.";
+        if (std::string obstacle = fieldObstacle(layout, def.fields[part.field]); !obstacle.empty())
+            return obstacle;
     }
     return {};
 }

@@ -21,9 +21,8 @@ void appendKeyPart(const FieldDef& field, bool descending, const Value& value, B
 void makeKey(const TableDef& def, const IndexDef& index, std::span<const Value> values, Bytes& key,
              bool& allNull);
 
-// Why keys of this index cannot be made (unknown sort order, Numeric field, …); empty when they can. Jet 3
-// files have keys of another form in text fields: whoever opens such a file must not use this answer for
-// writing or seeking texts.
-std::string keyObstacle(const TableDef& def, const IndexDef& index);
+// Why keys of this index cannot be made (unknown sort order, text of a Jet 3 file, Numeric field, …); empty
+// when they can. Walking such an index is fine, searching or changing it is not.
+std::string keyObstacle(const Layout& layout, const TableDef& def, const IndexDef& index);
 
 } // namespace jet

@@ -40,7 +40,7 @@ template <class Units> [[noreturn]] void refuseCharacter(char16_t unit, Units re
     std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(code));
     throw Error(Err::InvalidArgument,
                 std::string("Metindeki ") + name +
-                    " karakterinin sıralamadaki yeri bilinmiyor; bu karakter indeksli bir alanda "
+                    " karakterinin sıralamadaki yeri bilinmiyor; bu karakter dizinli bir alanda "
                     "kullanılamaz.");
 }
 

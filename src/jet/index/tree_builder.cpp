@@ -18,7 +18,7 @@ class TreeBuilder {
 
     void add(std::span<const uint8_t> entry) {
         if (entry.size() + kChildPointerSize > index_page::maxEntry(layout_))
-            throw Error(Err::RecordTooLarge, "İndeks anahtarı çok uzun.");
+            throw Error(Err::RecordTooLarge, "Dizin anahtarı çok uzun.");
         addEntry(0, entry);
     }
 
@@ -106,7 +106,7 @@ class TreeBuilder {
 
 void buildTree(const TreeRef& tree, const std::function<bool(Bytes& key, RowId& row)>& nextEntry) {
     if (const LoadedPage root = loadIndexPage(tree, tree.root); !root.view.leaf() || !root.view.empty())
-        throw Error(Err::InvalidArgument, "İndeks boş değil; baştan doldurulamaz.").onPage(tree.root);
+        throw Error(Err::InvalidArgument, "Dizin boş değil; baştan doldurulamaz.").onPage(tree.root);
     TreeBuilder builder(tree);
     Bytes entry, previous;
     RowId row;
@@ -115,7 +115,7 @@ void buildTree(const TreeRef& tree, const std::function<bool(Bytes& key, RowId& 
         const auto bytes = whole.span();
         if (!previous.empty() &&
             !std::lexicographical_compare(previous.begin(), previous.end(), bytes.begin(), bytes.end()))
-            throw Error(Err::InvalidArgument, "İndekse girecek kayıtlar sıralı değil.");
+            throw Error(Err::InvalidArgument, "Dizine girecek kayıtlar sıralı değil.");
         builder.add(bytes);
         previous.assign(bytes.begin(), bytes.end());
     }

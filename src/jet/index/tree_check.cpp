@@ -21,22 +21,22 @@ class TreeCheck {
     void run() {
         checkPage(tree_.root, 0, nullptr);
         if (lastLeaf_ != 0 && lastLeafNext_ != 0)
-            fault_(lastLeaf_, "Son indeks yaprağının ardında başka bir yaprak bağlı.");
+            fault_(lastLeaf_, "Son dizin yaprağının ardında başka bir yaprak bağlı.");
         checkMap();
     }
 
   private:
     // `bound`: the parent's key for this page, nullptr for the root and tails.
     void checkPage(PageNo page, size_t depth, const Bytes* bound) {
-        if (depth >= kMaxTreeDepth) return fault_(page, "İndeks ağacı çok derin.");
+        if (depth >= kMaxTreeDepth) return fault_(page, "Dizin ağacı çok derin.");
         if (!visited_.insert(page).second)
-            return fault_(page, "İndeks sayfasına ağaçta iki yerden ulaşılıyor.");
+            return fault_(page, "Dizin sayfasına ağaçta iki yerden ulaşılıyor.");
         std::optional<LoadedPage> loaded;
         if (!guarded(page, [&] { loaded.emplace(loadIndexPage(tree_, page)); })) return;
         const IndexPage& view = loaded->view;
         if (std::string text = view.contradiction(); !text.empty()) return fault_(page, text);
         if (depth == 0 && (view.previous() != 0 || view.next() != 0))
-            fault_(page, "İndeksin kök sayfasının komşu bağlantısı var.");
+            fault_(page, "Dizinin kök sayfasının komşu bağlantısı var.");
         if (bound != nullptr && !view.empty()) checkBound(view, *bound);
         if (view.leaf())
             checkLeaf(view, depth);
@@ -52,7 +52,7 @@ class TreeCheck {
     }
 
     void checkNode(const IndexPage& view, size_t depth) {
-        if (view.empty() && view.tail() == 0) fault_(view.number(), "İndeks düğümünün hiç alt sayfası yok.");
+        if (view.empty() && view.tail() == 0) fault_(view.number(), "Dizin düğümünün hiç alt sayfası yok.");
         Bytes bound;
         for (size_t at = 0; at < view.used(); at = view.end(at)) {
             view.copyEntry(at, bound);
@@ -65,7 +65,7 @@ class TreeCheck {
 
     void checkLeaf(const IndexPage& view, size_t depth) {
         if (!leafDepth_) leafDepth_ = depth;
-        if (*leafDepth_ != depth) fault_(view.number(), "İndeks yaprakları aynı derinlikte değil.");
+        if (*leafDepth_ != depth) fault_(view.number(), "Dizin yaprakları aynı derinlikte değil.");
         if (view.previous() != lastLeaf_) fault_(view.number(), "Yaprağın önceki yaprağa bağlantısı yanlış.");
         if (lastLeaf_ != 0 && lastLeafNext_ != view.number())
             fault_(lastLeaf_, "Yaprağın sonraki yaprağa bağlantısı yanlış.");
@@ -88,10 +88,10 @@ class TreeCheck {
         if (!guarded(tree_.pageMap.page, [&] { map.forEach([&](PageNo page) { listed.insert(page); }); }))
             return;
         for (const PageNo page : std::set<PageNo>(visited_.begin(), visited_.end()))
-            if (listed.count(page) == 0) fault_(page, "İndeks sayfası, indeksin sayfa haritasında yok.");
+            if (listed.count(page) == 0) fault_(page, "Dizin sayfası, dizinin sayfa haritasında yok.");
         for (const PageNo page : listed)
             if (visited_.count(page) == 0)
-                fault_(page, "Sayfa haritasındaki sayfaya indeks ağacından ulaşılamıyor.");
+                fault_(page, "Sayfa haritasındaki sayfaya dizin ağacından ulaşılamıyor.");
     }
 
     template <class Action> bool guarded(PageNo page, const Action& action) {

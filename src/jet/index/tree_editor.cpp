@@ -72,10 +72,10 @@ void TreeEditor::insert(std::span<const uint8_t> entry) {
         }
         const size_t at = leaf.view.lowerBound(entry);
         if (at < leaf.view.used() && leaf.view.equals(at, entry))
-            throw Error(Err::Corrupt, "Satır indekste zaten var.").onPage(leaf.view.number());
+            throw Error(Err::Corrupt, "Satır dizinde zaten var.").onPage(leaf.view.number());
         return insertAt(path, path.depth - 1, at, entry);
     }
-    throw Error(Err::Corrupt, "İndeks düğümlerinin anahtarları onarılamıyor.").onPage(tree_.root);
+    throw Error(Err::Corrupt, "Dizin düğümlerinin anahtarları onarılamıyor.").onPage(tree_.root);
 }
 
 // Some programs leave the last child of a node in its entries, with a bound that the new entry is above. On
@@ -132,7 +132,7 @@ size_t TreeEditor::chooseSplit(const IndexPage& page, const EntryList& list, siz
         if (half >= distance && possible(half - distance)) return half - distance;
         if (possible(half + distance)) return half + distance;
     }
-    throw Error(Err::RecordTooLarge, "İndeks sayfası bölünemiyor: anahtarları çok uzun.")
+    throw Error(Err::RecordTooLarge, "Dizin sayfası bölünemiyor: anahtarları çok uzun.")
         .onPage(page.number());
 }
 

@@ -92,11 +92,11 @@ bool TreeEditor::mergePair(const TreePath& path, size_t level, size_t leftAt, Pa
     {
         const LoadedPage a = loadIndexPage(tree_, left), b = loadIndexPage(tree_, right);
         if (a.view.leaf() != b.view.leaf())
-            throw Error(Err::Corrupt, "İndeks ağacının dalları eşit derinlikte değil.").onPage(right);
+            throw Error(Err::Corrupt, "Dizin ağacının dalları eşit derinlikte değil.").onPage(right);
         if (a.view.used() + b.view.used() > index_page::capacity(layout_) / 4 * 3 || a.view.tail() != 0)
             return false;
         if (!a.view.empty() && !b.view.empty() && a.view.compare(a.view.lastStart(), b.view, 0) >= 0)
-            throw Error(Err::Corrupt, "İndeks sayfaları sıralı değil.").onPage(right);
+            throw Error(Err::Corrupt, "Dizin sayfaları sıralı değil.").onPage(right);
         a.view.collect(list);
         b.view.collect(list);
         if (!index_page::fits(layout_, a.view.leaf(), list, 0, list.count())) return false;
@@ -123,7 +123,7 @@ void TreeEditor::collapseRoot() {
         if (!tailOnly && !entryOnly) return;
         const PageNo child = tailOnly ? before.tail() : before.child(0);
         if (child == tree_.root)
-            throw Error(Err::Corrupt, "İndeks ağacının bağlantıları döngü oluşturuyor.").onPage(child);
+            throw Error(Err::Corrupt, "Dizin ağacının bağlantıları döngü oluşturuyor.").onPage(child);
         {
             const LoadedPage page = loadIndexPage(tree_, child);
             const auto bytes = page.ref.bytes();
@@ -144,7 +144,7 @@ void TreeEditor::unlink(PageNo page) {
         previous = loaded.view.previous(), next = loaded.view.next(), leaf = loaded.view.leaf();
     }
     const auto broken = [&](PageNo neighbour) {
-        if (leaf) throw Error(Err::Corrupt, "İndeks yapraklarının bağlantıları uyuşmuyor.").onPage(neighbour);
+        if (leaf) throw Error(Err::Corrupt, "Dizin yapraklarının bağlantıları uyuşmuyor.").onPage(neighbour);
     };
     if (previous != 0) {
         PageEdit neighbour = edit(previous);

@@ -10,7 +10,7 @@ namespace jet {
 namespace {
 
 [[noreturn]] void tooDeep(const TreeRef& tree) {
-    throw Error(Err::Corrupt, "İndeks ağacının bağlantıları döngü oluşturuyor.").onPage(tree.root);
+    throw Error(Err::Corrupt, "Dizin ağacının bağlantıları döngü oluşturuyor.").onPage(tree.root);
 }
 
 TreeStep chooseChild(const IndexPage& node, std::span<const uint8_t> target) {
@@ -18,7 +18,7 @@ TreeStep chooseChild(const IndexPage& node, std::span<const uint8_t> target) {
     if (at < node.used()) return {node.number(), at, false, false};
     if (node.tail() != 0) return {node.number(), at, true, false};
     if (node.empty())
-        throw Error(Err::Corrupt, "İndeks düğümünün hiç alt sayfası yok.").onPage(node.number());
+        throw Error(Err::Corrupt, "Dizin düğümünün hiç alt sayfası yok.").onPage(node.number());
     return {node.number(), node.lastStart(), false, true};
 }
 
@@ -28,7 +28,7 @@ LoadedPage loadIndexPage(const TreeRef& tree, PageNo page) {
     PageRef ref = tree.file().read(page);
     const IndexPage view(tree.layout(), page, ref.bytes());
     if (view.owner() != tree.owner)
-        throw Error(Err::Corrupt, "İndeks sayfası başka bir tabloya ait görünüyor.").onPage(page);
+        throw Error(Err::Corrupt, "Dizin sayfası başka bir tabloya ait görünüyor.").onPage(page);
     return {std::move(ref), view};
 }
 
@@ -55,7 +55,7 @@ LoadedPage descendToLast(const TreeRef& tree) {
         const IndexPage& view = loaded.view;
         if (view.leaf()) return loaded;
         if (view.tail() == 0 && view.empty())
-            throw Error(Err::Corrupt, "İndeks düğümünün hiç alt sayfası yok.").onPage(page);
+            throw Error(Err::Corrupt, "Dizin düğümünün hiç alt sayfası yok.").onPage(page);
         page = view.tail() != 0 ? view.tail() : view.child(view.lastStart());
     }
     tooDeep(tree);

@@ -72,7 +72,7 @@ std::shared_ptr<const TableDef> OpenDatabase::definition(PageNo page) {
     def.hidden = (fresh.flags & ObjectFlag::kHidden) != 0;
     applyProperties(def, fresh.properties);
     for (IndexDef& index : def.indexes)
-        index.readOnlyReason = keyObstacle(def, index);
+        index.readOnlyReason = keyObstacle(layout(), def, index);
     fresh.def = std::make_shared<const TableDef>(std::move(def));
     fresh.stamp = stamp();
     return (known_[page] = std::move(fresh)).def;

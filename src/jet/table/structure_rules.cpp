@@ -144,7 +144,7 @@ void checkIndex(const TableDef& def, IndexDef& index) {
     if (index.unique) index.realFlags |= IndexFlag::kUnique;
     if (index.ignoreNulls) index.realFlags |= IndexFlag::kIgnoreNulls;
     if (index.required) index.realFlags |= IndexFlag::kRequired;
-    if (const std::string obstacle = keyObstacle(def, index); !obstacle.empty()) invalid(obstacle);
+    if (const std::string obstacle = keyObstacle(kJet4, def, index); !obstacle.empty()) invalid(obstacle);
 }
 
 void checkAutoNumbers(const TableDef& def) {

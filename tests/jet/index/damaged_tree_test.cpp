@@ -47,7 +47,7 @@ TEST_F(DamagedTree, EveryFaultIsNamed) {
         const char* expected; // part of a fault
         std::function<void()> damage;
     } cases[] = {
-        {"indeks sayfası değil", [&] { bytes(firstLeaf_)[0] = PageType::kData; }},
+        {"dizin sayfası değil", [&] { bytes(firstLeaf_)[0] = PageType::kData; }},
         {"başka bir tabloya", [&] { put32(bytes(firstLeaf_), kJet4.indexOwner, 77); }},
         {"maskesi kayıtlarla uyuşmuyor", [&] { put16(bytes(lastLeaf_), kJet4.indexFree, 1); }},
         {"sığmıyor", [&] { put16(bytes(lastLeaf_), kJet4.indexFree, 5000); }},

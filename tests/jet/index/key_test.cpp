@@ -1,6 +1,7 @@
 // Keys of every type: known bytes, order of the values in both directions, and which indexes have no keys.
 #include "hex.h"
 #include "jet/error.h"
+#include "jet/format/layout.h"
 #include "jet/index/key.h"
 
 #include <algorithm>
@@ -145,13 +146,13 @@ TEST(IndexKey, RefusedTextNamesTheField) {
 }
 
 TEST(IndexKey, ObstaclesAreNamed) {
-    const auto obstacle = [](Type type, SortOrder order) {
+    const auto obstacle = [](Type type, SortOrder order, const Layout& layout = kJet4) {
         TableDef def;
         def.fields = {fieldOf(Type::Long), fieldOf(type)};
         def.fields[1].sortOrder = order;
         IndexDef index;
         index.fields = {{0, false}, {1, false}};
-        return keyObstacle(def, index);
+        return keyObstacle(layout, def, index);
     };
     for (const Type type :
          {Type::Boolean, Type::Byte, Type::Integer, Type::Long, Type::Currency, Type::Single, Type::Double,
@@ -163,4 +164,6 @@ TEST(IndexKey, ObstaclesAreNamed) {
     EXPECT_NE(obstacle(Type::Text, SortOrder{0x0409, 1}), "");
     EXPECT_NE(obstacle(Type::Memo, SortOrder{0x0407, 0}), "");
     EXPECT_EQ(obstacle(Type::Long, SortOrder{0x0407, 0}), ""); // numbers do not care
+    EXPECT_NE(obstacle(Type::Text, kGeneralSort, kJet3), "");
+    EXPECT_EQ(obstacle(Type::Date, kGeneralSort, kJet3), "");
 }

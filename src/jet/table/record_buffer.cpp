@@ -2,6 +2,12 @@
 #include "jet/table/record_buffer.h"
 
 namespace jet {
+namespace {
+
+// Equal, or both the same kind of "not a number", which no comparison calls equal.
+bool same(const Value& a, const Value& b) { return a == b || (!(a == a) && !(b == b)); }
+
+} // namespace
 
 void RecordBuffer::begin(Mode mode, std::vector<Value> values) {
     mode_ = mode;
@@ -25,7 +31,7 @@ void RecordBuffer::set(size_t field, Value value) {
 bool RecordBuffer::matches(const StoredRow& now) const {
     if (now.view().fieldCount() != original_.size()) return false;
     for (size_t field = 0; field < original_.size(); ++field)
-        if (now.value(field) != original_[field]) return false;
+        if (!same(now.value(field), original_[field])) return false;
     return true;
 }
 

@@ -1,6 +1,8 @@
 // table/record_cursor.cpp — see record_cursor.h.
 #include "jet/table/record_cursor.h"
 
+#include <utility>
+
 namespace jet {
 
 void RecordCursor::attach(std::shared_ptr<const TableDef> def) {
@@ -12,7 +14,10 @@ void RecordCursor::attach(std::shared_ptr<const TableDef> def) {
     index_.reset();
     if (!indexName_.empty()) {
         const IndexDef* index = def_->findIndex(indexName_);
-        if (!index) throw Error(Err::NoSuchItem, "“" + indexName_ + "” adında bir dizin yok.");
+        if (!index) { // dropped meanwhile: told once, from then on it goes in page order
+            const std::string dropped = std::exchange(indexName_, {});
+            throw Error(Err::NoSuchItem, "“" + dropped + "” adında bir dizin yok.");
+        }
         index_.emplace(*source_, *def_, *index);
     }
     if (where_ == Where::Record || where_ == Where::Removed) placeOnRow();

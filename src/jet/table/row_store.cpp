@@ -31,7 +31,10 @@ bool RowStore::hasRoom(PageNo page, size_t length) {
 }
 
 PageNo RowStore::pageWithRoom(size_t length) {
-    if (last_ != 0 && last_ < file_->pageCount()) {
+    // After an undone statement the page may not be the table's any more, whatever its bytes say.
+    if (lastGeneration_ != file_->generation()) last_ = 0;
+    lastGeneration_ = file_->generation();
+    if (last_ != 0) {
         const PageRef page = file_->read(last_);
         // Another handle may have given the page back meanwhile: then it names no owner, or another one.
         if (isDataPageOf(*layout_, page.bytes(), owner_) && data_page::fits(*layout_, page.bytes(), length))

@@ -37,7 +37,8 @@ class RowStore {
     UsageMap owned_, free_;
     RowReader reader_;
     RowReader::Place place_;
-    PageNo last_ = 0; // page of the last insert; only a hint, checked before use
+    PageNo last_ = 0;             // page of the last insert; only a hint, checked before use
+    uint64_t lastGeneration_ = 0; // of the file when last_ was set
 };
 
 } // namespace jet

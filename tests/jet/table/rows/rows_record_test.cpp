@@ -1,6 +1,8 @@
 // The current record: moves, bookmarks, addNew / edit / update / remove, and two handles on one file.
 #include "table_fixture.h"
 
+#include <cmath>
+
 namespace jet_rows {
 namespace {
 
@@ -162,6 +164,41 @@ TEST_F(CurrentRecord, RemoveLeavesTheWayToTheNextRecord) {
     }
     EXPECT_EQ(table->rowCount(), 0u);
     checkTable(*db, "T");
+}
+
+TEST_F(CurrentRecord, StructureChangesKeepThePlaceAndADroppedIndexIsTold) {
+    table->setIndex("Ad");
+    table->moveFirst();
+    db->addField("T", field("Yeni", Type::Text, 10));
+    EXPECT_EQ(name(), "Ali");
+    EXPECT_TRUE(table->value("Yeni").isNull());
+    table->edit();
+    table->set("Yeni", "x");
+    table->update();
+    EXPECT_TRUE(table->moveNext());
+    EXPECT_EQ(name(), "Çağrı");
+    db->renameField("T", "Ad", "İsim");
+    EXPECT_EQ(table->value("İsim").toText(), "Çağrı");
+    EXPECT_EQ(errorOf([&] { name(); }), 3265);
+    db->dropIndex("T", "Ad");
+    EXPECT_EQ(errorOf([&] { table->moveNext(); }), 3265);
+    EXPECT_TRUE(table->moveFirst());
+    EXPECT_EQ(table->value("İsim").toText(), "Zeynep") << "page order now";
+    table->edit();
+    db->dropField("T", "Not");
+    EXPECT_EQ(errorOf([&] { table->update(); }), 3197);
+    checkTable(*db, "T");
+    db->dropTable("T");
+    EXPECT_EQ(errorOf([&] { table->moveFirst(); }), 3078);
+}
+
+TEST_F(CurrentRecord, ARecordThatHoldsNotANumberCanBeEdited) {
+    Table reals = make("R", {field("D", Type::Double), field("S", Type::Single), field("N", Type::Long)});
+    reals.insert(std::vector<Value>{std::nan(""), std::nanf(""), 1});
+    reals.edit();
+    reals.set("N", 2);
+    reals.update();
+    EXPECT_EQ(reals.value("N").toInt(), 2);
 }
 
 TEST_F(CurrentRecord, TwoHandlesSeeEachOtherAndConflictsAreTold) {

@@ -1,6 +1,9 @@
 // Several handles on one file: structure changes are seen, references stay good while nothing changes.
 #include "catalog_fixture.h"
 
+#include "jet/format/layout.h"
+#include "jet/table/definition_store.h"
+
 namespace catalog_test {
 namespace {
 
@@ -58,6 +61,36 @@ TEST_F(OtherHandle, RolledBackStructureIsForgotten) {
     EXPECT_FALSE(a->hasTable("Yarım"));
     EXPECT_EQ(fieldNames(*a, "T"), std::vector<std::string>{"A"});
     EXPECT_EQ(faultsOf(*a), "");
+}
+
+// A text index in an order whose keys nobody here can make keeps its table from being written, and only that
+// one.
+TEST_F(OtherHandle, AnIndexOfUnknownOrderMakesItsTableReadOnly) {
+    const fs::path path = file("a.mdb");
+    {
+        auto database = Database::create(path);
+        database->createTable("Yabancı", {field("A", Type::Text, 10)}, {primaryKey(0)});
+        database->createTable("Bizim", {field("A", Type::Text, 10)}, {primaryKey(0)});
+        database->openTable("Yabancı").insert(std::vector<Value>{"bir"});
+        jet::TableDef def = database->tableDef("Yabancı");
+        def.fields[0].sortOrder = {0x0411, 0};
+        jet::WriteScope write(database->pages());
+        jet::writeDefinition(database->allocator(), def.page, jet::serializeTableDef(jet::kJet4, def));
+        write.commit();
+    }
+    auto database = Database::open(path);
+    EXPECT_FALSE(database->readOnly());
+    EXPECT_FALSE(database->tableDef("Yabancı").readOnlyReason().empty());
+    jet::Table table = database->openTable("Yabancı");
+    EXPECT_EQ(errorOf([&] { table.insert(std::vector<Value>{"iki"}); }), 3027);
+    EXPECT_EQ(errorOf([&] { database->alterField("Yabancı", "A", field("", Type::Memo)); }), 3001);
+    EXPECT_EQ(errorOf([&] { database->createIndex("Yabancı", index("Yeni", {0})); }), 3001);
+    EXPECT_EQ(rowsOf(*database, "Yabancı").size(), 1u);
+    EXPECT_EQ(errorOf([&] { database->openTable("Bizim").insert(std::vector<Value>{"iki"}); }), 0);
+
+    database->dropIndex("Yabancı", "PrimaryKey"); // with it goes the obstacle
+    EXPECT_EQ(errorOf([&] { table.insert(std::vector<Value>{"iki"}); }), 0);
+    EXPECT_EQ(faultsOf(*database), "");
 }
 
 } // namespace

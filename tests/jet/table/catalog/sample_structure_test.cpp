@@ -62,7 +62,9 @@ TEST_F(SampleStructure, EveryJet4SampleTakesStructureChanges) {
         database->dropTable("Yeni Tablo");
         expected.erase("Yeni Tablo");
         EXPECT_EQ(everything(*database), expected);
-        EXPECT_EQ(faultsOf(*database), faults);
+        // Rows written anew even lose the orphaned long values that one of the files came with.
+        for (const std::string& fault : lines(faultsOf(*database)))
+            EXPECT_NE(faults.find(fault + "\n"), std::string::npos) << fault;
         database.reset();
         if (!haveMdbtools()) continue;
         for (const auto& [name, rows] : expected) {

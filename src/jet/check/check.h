@@ -1,5 +1,5 @@
-// jet/check/check.h — walks a whole file and names every contradiction: page ownership, usage maps, rows, indexes in
-// order and complete, row counts, long values. Changes nothing.
+// jet/check/check.h — walks a whole file and names every contradiction: page ownership, usage maps, rows,
+// indexes in order and complete, row counts, long values. Changes nothing.
 #pragma once
 
 #include <cstdint>

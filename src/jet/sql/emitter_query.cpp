@@ -16,6 +16,16 @@ std::string joined(const std::vector<std::string>& parts, const char* between) {
     return text;
 }
 
+// Jet sorts to find what is equal, so DISTINCT and GROUP BY give their rows in order; screens rely on it.
+std::vector<std::string> impliedOrder(const Select& select, const std::vector<std::string>& groups,
+                                      size_t columns) {
+    if (!select.distinct) return groups;
+    std::vector<std::string> order;
+    for (size_t i = 1; i <= columns; ++i)
+        order.push_back(std::to_string(i));
+    return order;
+}
+
 bool containsRightJoin(const Source& source) {
     if (!source.left) return false;
     return source.join == JoinKind::Right || containsRightJoin(*source.left) ||
@@ -86,6 +96,7 @@ std::string Emitter::emitSelect(const Select& select, const std::vector<OrderIte
     }
     const std::string core =
         std::string(select.distinct ? "SELECT DISTINCT " : "SELECT ") + joined(named, ", ") + tail;
+    if (order.empty() && outermost) order = impliedOrder(select, groups, items.size());
     const std::string ordered = core + (order.empty() ? "" : " ORDER BY " + joined(order, ", "));
     if (!select.top) return ordered;
     if (outermost) {

@@ -74,6 +74,7 @@ TEST_F(OtherHandle, AnIndexOfUnknownOrderMakesItsTableReadOnly) {
         database->openTable("Yabancı").insert(std::vector<Value>{"bir"});
         jet::TableDef def = database->tableDef("Yabancı");
         def.fields[0].sortOrder = {0x0411, 0};
+        def.rowCount = 1; // in memory it is not kept up to date
         jet::WriteScope write(database->pages());
         jet::writeDefinition(database->allocator(), def.page, jet::serializeTableDef(jet::kJet4, def));
         write.commit();

@@ -69,7 +69,7 @@ void walk(PageFile& file, const Layout& layout, const Header& header,
             bytes = bytes.subspan(kLinkSize);
         }
         seen += bytes.size();
-        if (seen > header.length || bytes.empty())
+        if (seen > header.length || bytes.empty() || (header.kind == kOnePage && seen != header.length))
             throw Error(Err::Corrupt, "Uzun alanın parçaları yazan uzunluğu tutmuyor.").onPage(at.page);
         part(at, bytes);
         at = next;

@@ -106,13 +106,12 @@ Value Runner::value(size_t column) const {
     const OutColumn* known =
         column < statement_.query.columns.size() ? &statement_.query.columns[column] : nullptr;
     if (known && known->parameter > 0) return parameters_[static_cast<size_t>(known->parameter) - 1];
-    const std::optional<Type> type = known ? known->type : std::nullopt;
+    const auto typeOr = [&](Type whenUnknown) { return known && known->type ? *known->type : whenUnknown; };
     switch (sqlite3_column_type(statement, at)) {
     case SQLITE_NULL: return {};
     case SQLITE_INTEGER:
-        return numberValue(static_cast<double>(sqlite3_column_int64(statement, at)),
-                           type.value_or(Type::Long));
-    case SQLITE_FLOAT: return numberValue(sqlite3_column_double(statement, at), type.value_or(Type::Double));
+        return numberValue(static_cast<double>(sqlite3_column_int64(statement, at)), typeOr(Type::Long));
+    case SQLITE_FLOAT: return numberValue(sqlite3_column_double(statement, at), typeOr(Type::Double));
     case SQLITE_BLOB: {
         const auto* data = static_cast<const uint8_t*>(sqlite3_column_blob(statement, at));
         return Value(Bytes(data, data + sqlite3_column_bytes(statement, at)));
@@ -121,7 +120,7 @@ Value Runner::value(size_t column) const {
     }
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, at));
     std::string copy(text ? text : "", static_cast<size_t>(sqlite3_column_bytes(statement, at)));
-    return type == Type::Guid ? guidValue(copy) : Value(std::move(copy));
+    return typeOr(Type::Text) == Type::Guid ? guidValue(copy) : Value(std::move(copy));
 }
 
 uint64_t Runner::rowId(size_t column) const {

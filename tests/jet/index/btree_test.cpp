@@ -114,7 +114,7 @@ TEST_F(BTreeTest, SearchesAndWalksAsTheSortedSetDoes) {
     TreePosition at;
     Bytes key;
     RowId row;
-    const auto standsOn = [&](std::set<Entry>::const_iterator expected) {
+    const auto standsOn = [&](decltype(mirror_)::const_iterator expected) {
         tree_->read(at, key, row);
         return Entry(key, row) == *expected && tree_->rowAt(at) == row;
     };

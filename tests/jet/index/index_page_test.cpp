@@ -1,4 +1,5 @@
 // Changes inside one page against a sorted set, and views of pages whose bytes are damaged.
+#include "byte_order.h"
 #include "jet/error.h"
 #include "jet/index/index_page.h"
 
@@ -7,6 +8,7 @@
 #include <set>
 
 using namespace jet;
+using namespace orvan_test;
 
 namespace {
 
@@ -16,7 +18,7 @@ struct Page {
     IndexPage view() const { return {kJet4, 7, bytes}; }
 };
 
-void expectHolds(const Page& page, const std::set<Bytes>& entries) {
+void expectHolds(const Page& page, const std::set<Bytes, ByteOrder>& entries) {
     EXPECT_EQ(page.view().contradiction(), "");
     EntryList list;
     page.view().collect(list);
@@ -34,7 +36,7 @@ TEST(IndexPage, RandomChangesKeepEntriesMaskAndPrefix) {
     for (uint32_t seed = 1; seed <= 12; ++seed) {
         std::mt19937 random(seed);
         Page page;
-        std::set<Bytes> entries;
+        std::set<Bytes, ByteOrder> entries;
         const size_t longest = seed % 3 == 0 ? 200 : 12;
         const auto newEntry = [&] {
             Bytes entry{0x7F, 0x4A, 0x4A}; // shared beginnings, so that prefixes come about

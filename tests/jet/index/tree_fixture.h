@@ -1,6 +1,7 @@
 // tests/jet/index/tree_fixture.h — a small file in memory with one index tree, and a mirror of its entries.
 #pragma once
 
+#include "byte_order.h"
 #include "jet/format/data_page.h"
 #include "jet/index/btree.h"
 #include "jet/index/index_page.h"
@@ -15,7 +16,7 @@ namespace orvan_test {
 class TreeFixture : public ::testing::Test {
   protected:
     static constexpr jet::PageNo kOwner = 2;
-    using Entry = std::pair<jet::Bytes, jet::RowId>;
+    using Entry = ByteOrder::Entry;
 
     TreeFixture() {
         using namespace jet;
@@ -79,7 +80,7 @@ class TreeFixture : public ::testing::Test {
     std::optional<jet::BTree> tree_;
     jet::RowId map_;
     jet::PageNo root_ = 0;
-    std::set<Entry> mirror_;
+    std::set<Entry, ByteOrder> mirror_;
 };
 
 } // namespace orvan_test

@@ -66,6 +66,8 @@ Runner::Runner(sqlite3* db, FunctionContext& context, CompiledStatement& stateme
 Runner::~Runner() {
     sqlite3_reset(statement_.prepared.get());
     sqlite3_clear_bindings(statement_.prepared.get());
+    for (RegisteredTable* table : statement_.tables)
+        table->lookups.clear();
 }
 
 void Runner::bind(int index, const Value& value) {

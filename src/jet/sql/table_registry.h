@@ -4,6 +4,7 @@
 #pragma once
 
 #include "jet/database.h"
+#include "jet/sql/lookup.h"
 
 #include <memory>
 #include <sqlite3.h>
@@ -24,6 +25,7 @@ struct RegisteredTable {
     TableDef def; // a copy: the structure may change under a compiled statement
     std::string virtualName;
     std::unordered_map<std::string, size_t> fieldByName; // foldName → position
+    std::unordered_map<size_t, LookupUse> lookups;       // by field; of the statement that runs now
 
     // False when the table has gone, was renamed or has other fields or indexes than `def`. Cheap when
     // nothing was written since the last call. REQUIRES: a read or write scope.

@@ -127,13 +127,34 @@ bool makeRange(const TableDef& def, const IndexDef& index, const Plan& plan, sql
     return true;
 }
 
+// A field searched for the third time in one run is looked up in memory from then on.
+bool startLookup(VirtualCursor& cursor, RegisteredTable& table, size_t field, sqlite3_value* value) {
+    constexpr size_t kPays = 3;
+    LookupUse& use = table.lookups[field];
+    if (!use.lookup && ++use.searches < kPays) return false;
+    if (!use.lookup) use.lookup = std::make_unique<Lookup>(table.table, table.def, field);
+    auto found = use.lookup->find(value);
+    if (!found) return false;
+    cursor.lookup = use.lookup.get();
+    cursor.found = std::move(*found);
+    cursor.next = 0;
+    return true;
+}
+
+void advance(VirtualCursor& cursor) {
+    cursor.atEnd = cursor.lookup ? cursor.next++ >= cursor.found.size() : !cursor.scan->next();
+}
+
 void startWalk(VirtualCursor& cursor, VirtualTable& table, int planNumber, sqlite3_value** arguments) {
     const TableDef& def = table.source->def;
     const Plan plan = Plan::unpack(planNumber);
     const bool again = cursor.scan && cursor.planNumber == planNumber;
     cursor.atEnd = true;
     cursor.planNumber = planNumber;
-    if (plan.index == Plan::kScan) {
+    cursor.lookup = nullptr;
+    if (plan.lookUp && startLookup(cursor, *table.source, static_cast<size_t>(plan.index) - 1, arguments[0]))
+        return advance(cursor);
+    if (plan.lookUp || plan.index == Plan::kScan) {
         if (again)
             cursor.scan->restart();
         else
@@ -150,7 +171,19 @@ void startWalk(VirtualCursor& cursor, VirtualTable& table, int planNumber, sqlit
         else
             cursor.scan.emplace(table.source->table.scan(index.name, range));
     }
-    cursor.atEnd = !cursor.scan->next();
+    advance(cursor);
+}
+
+void giveValue(const Value& value, sqlite3_context* call) {
+    if (value.isNull()) return sqlite3_result_null(call);
+    if (const auto* text = value.get<std::string>()) return giveText(call, *text);
+    if (const auto* whole = value.get<int32_t>()) return sqlite3_result_int(call, *whole);
+    if (const auto* yes = value.get<bool>()) return giveBoolean(call, *yes);
+    if (const auto* guid = value.get<Guid>()) return giveText(call, guid->toText());
+    if (const auto* bytes = value.get<Bytes>())
+        return sqlite3_result_blob64(call, bytes->empty() ? "" : static_cast<const void*>(bytes->data()),
+                                     bytes->size(), SQLITE_TRANSIENT);
+    sqlite3_result_double(call, value.toDouble());
 }
 
 void giveField(VirtualCursor& cursor, const FieldDef& field, size_t at, sqlite3_context* call) {
@@ -170,13 +203,7 @@ void giveField(VirtualCursor& cursor, const FieldDef& field, size_t at, sqlite3_
     case Type::Guid: return giveText(call, row.value(at).toText());
     case Type::Numeric: return sqlite3_result_double(call, row.value(at).toDouble());
     case Type::Binary:
-    case Type::Ole: {
-        const Value value = cursor.scan->value(at);
-        const Bytes* bytes = value.get<Bytes>();
-        if (!bytes) return sqlite3_result_null(call);
-        return sqlite3_result_blob64(call, bytes->empty() ? "" : static_cast<const void*>(bytes->data()),
-                                     bytes->size(), SQLITE_TRANSIENT);
-    }
+    case Type::Ole: return giveValue(cursor.scan->value(at), call);
     }
 }
 
@@ -189,14 +216,16 @@ int filterCursor(sqlite3_vtab_cursor* base, int planNumber, const char*, int, sq
 
 int advanceCursor(sqlite3_vtab_cursor* base) {
     VirtualCursor& cursor = cursorOf(base);
-    return caught(*tableOf(base).context, [&] { cursor.atEnd = !cursor.scan->next(); });
+    return caught(*tableOf(base).context, [&] { advance(cursor); });
 }
 
 int readColumn(sqlite3_vtab_cursor* base, sqlite3_context* call, int column) {
     VirtualTable& table = tableOf(base);
     return caught(*table.context, [&] {
         const auto at = static_cast<size_t>(column);
-        giveField(cursorOf(base), table.source->def.fields[at], at, call);
+        VirtualCursor& cursor = cursorOf(base);
+        if (cursor.lookup) return giveValue(cursor.lookup->row(cursor.found[cursor.next - 1])[at], call);
+        giveField(cursor, table.source->def.fields[at], at, call);
     });
 }
 

@@ -10,6 +10,7 @@ namespace {
 
 constexpr double kRowByIndex = 1.6;  // cost of a row found through an index, in rows of a scan
 constexpr double kStart = 5;         // of any walk
+constexpr double kLookupCost = 0.3;  // of a search in memory, as a share of a scan: making it is not free
 constexpr double kEqualKeeps = 0.04; // share of rows that one "=" leaves, when nothing better is known
 constexpr double kRangeKeeps = 0.3;  // the same for one bound
 
@@ -53,6 +54,9 @@ class Chooser {
         best.ordered = info_.nOrderBy == 0;
         for (size_t i = 0; i < def_.indexes.size() && i < 250; ++i)
             if (const auto candidate = tryIndex(i); candidate && total(*candidate) < total(best))
+                best = *candidate;
+        for (size_t field = 0; field < tests_.size() && field < 255; ++field)
+            if (const auto candidate = tryLookup(field); candidate && total(*candidate) < total(best))
                 best = *candidate;
         give(best);
     }
@@ -120,6 +124,23 @@ class Chooser {
         return candidate;
     }
 
+    std::optional<Candidate> tryLookup(size_t field) const {
+        const int test = tests_[field].equal;
+        sqlite3_value* constant = nullptr; // one value for the whole statement is searched once
+        if (test < 0 || !canLookUp(def_.fields[field]) ||
+            sqlite3_vtab_rhs_value(&info_, test, &constant) == SQLITE_OK)
+            return {};
+        Candidate candidate;
+        candidate.plan.lookUp = true;
+        candidate.plan.index = static_cast<int>(field) + 1;
+        candidate.arguments = {test};
+        candidate.bounds = def_.fields[field].name + "=";
+        candidate.ordered = info_.nOrderBy == 0;
+        candidate.rows = std::max(1.0, rows_ * kEqualKeeps);
+        candidate.cost = kStart + rows_ * kLookupCost;
+        return candidate;
+    }
+
     void addRange(uint16_t field, Candidate& candidate) const {
         const Tests& tests = tests_[field];
         const auto add = [&](int test, bool& present, bool& inclusive, int inclusiveOp, const char* strict) {
@@ -180,6 +201,8 @@ class Chooser {
         std::string text = def_.name + ": ";
         if (best.plan.index == Plan::kScan)
             text += "baştan sona tarama";
+        else if (best.plan.lookUp)
+            text += "baştan sona tarama, yinelenirse bellekte dizin (" + best.bounds + ")";
         else {
             text += def_.indexes[static_cast<size_t>(best.plan.index) - 1].name;
             text += best.bounds.empty() ? " sırasıyla tarama" : " ile arama (" + best.bounds + ")";
@@ -199,7 +222,7 @@ class Chooser {
 
 int Plan::packed() const {
     return index | equal << 8 | static_cast<int>(nulls << 12) | lower << 22 | upper << 23 |
-           lowerInclusive << 24 | upperInclusive << 25 | backwards << 26;
+           lowerInclusive << 24 | upperInclusive << 25 | backwards << 26 | lookUp << 27;
 }
 
 Plan Plan::unpack(int number) {
@@ -213,6 +236,7 @@ Plan Plan::unpack(int number) {
     plan.lowerInclusive = bit(24);
     plan.upperInclusive = bit(25);
     plan.backwards = bit(26);
+    plan.lookUp = bit(27);
     return plan;
 }
 

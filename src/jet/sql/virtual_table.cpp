@@ -66,7 +66,9 @@ int closeCursor(sqlite3_vtab_cursor* base) {
 int atEnd(sqlite3_vtab_cursor* base) { return cursor(base)->atEnd; }
 
 int rowId(sqlite3_vtab_cursor* base, sqlite3_int64* result) {
-    *result = static_cast<sqlite3_int64>(cursor(base)->scan->id().packed());
+    const VirtualCursor& at = *cursor(base);
+    const RowId id = at.lookup ? at.lookup->id(at.found[at.next - 1]) : at.scan->id();
+    *result = static_cast<sqlite3_int64>(id.packed());
     return SQLITE_OK;
 }
 

@@ -24,6 +24,7 @@ struct Plan {
     unsigned nulls = 0; // bit n: field n is fixed by IS NULL and takes no argument
     bool lower = false, upper = false, lowerInclusive = false, upperInclusive = false;
     bool backwards = false;
+    bool lookUp = false; // field `index` - 1 is looked up by equality in memory when that pays; else a scan
 
     int packed() const;
     static Plan unpack(int number);
@@ -36,6 +37,9 @@ struct VirtualCursor : sqlite3_vtab_cursor {
     std::optional<Scan> scan; // kept from one walk to the next of a join
     int planNumber = -1;      // of `scan`
     bool atEnd = true;
+    Lookup* lookup = nullptr; // not empty: rows come from `found`
+    std::vector<uint32_t> found;
+    size_t next = 0; // in `found`, past the current row
     std::string scratch;
 };
 

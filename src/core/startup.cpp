@@ -10,9 +10,9 @@ namespace orvan {
 
 void prepareStart(const ProgramFolder& folder, Session& session) {
     session.level = Level::Kalfa;
-    if (!folder.exists(QStringLiteral("\\DATA")) && !folder.createFolder(QStringLiteral("\\DATA"))) {
+    if (!folder.exists(QStringLiteral("\\Data")) && !folder.createFolder(QStringLiteral("\\Data"))) {
         jet::Error error(jet::Err::PathNotValid, "Klasör oluşturulamadı.");
-        throw error.inFile(utf8(folder.resolve(QStringLiteral("\\DATA"))));
+        throw error.inFile(utf8(folder.resolve(QStringLiteral("\\Data"))));
     }
     sweepPasswords(folder, session);
 }

@@ -6,7 +6,7 @@
 
 namespace orvan {
 
-// Before the main window: level "Kalfa", \DATA folder, password sweep.
+// Before the main window: level "Kalfa", \Data folder, password sweep.
 void prepareStart(const ProgramFolder& folder, Session& session);
 
 // After a successful login: passwords cleared, Connect, structure check, names of stored rights.

@@ -114,7 +114,7 @@ struct RightsTest : testing::Test {
 
 TEST_F(RightsTest, SingleTitles) {
     grant("Sınıf Bilgileri", "1", "0");
-    grant("Ders Havuzu", " 1", "1 ");
+    grant("Ders Havuzu", "1", "1");
     centre.constants().execute("INSERT INTO ProgramHaklari VALUES ('O''Hara','Numara Arama',NULL,NULL)");
     grant("Öğrenci Belgesi", "1", "1", "başkası");
     EXPECT_EQ(of("Sınıf Bilgileri"), (Rights{true, false}));

@@ -206,9 +206,11 @@ TEST_F(QuickRegistrationTest, TooLongANameIsAnErrorAndLeavesNothing) {
 TEST_F(QuickRegistrationTest, ListIsInTurkishOrderWithProfessionNames) {
     const char* const names[] = {"Zafer", "Şule", "Çiğdem", "Işıl", "İpek", "Cem", "Sıla", "ayşe"};
     int registration = 0;
-    for (const char* name : names)
-        centre.addStudent(QString("11010000%1").arg(registration + 1), registration + 1,
-                          ++registration % 2 ? "1101" : "9999", name);
+    for (const char* name : names) {
+        ++registration;
+        centre.addStudent(QString("11010000%1").arg(registration), registration, registration % 2 ? "1101" : "9999",
+                          name);
+    }
     QStringList listed;
     for (const StudentListRow& row : studentList(centre.level()))
         listed << row.name;

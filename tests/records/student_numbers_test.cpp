@@ -55,7 +55,7 @@ TEST_F(NumbersTest, RegistrationNumberIsTheHighestPlusOne) {
     EXPECT_EQ(nextRegistrationNo(centre.level()), 1);
     centre.addStudent("110100001", 7, "1101");
     centre.addStudent("110100002", 12, "1101");
-    centre.addStudent("110100003", 9, "1102");
+    centre.addStudent("110100003", 9, "1101");
     EXPECT_EQ(nextRegistrationNo(centre.level()), 13);
     centre.level().execute("UPDATE OgrenciBilgisi SET Ogr_Kayit_No = NULL");
     EXPECT_EQ(nextRegistrationNo(centre.level()), 1);

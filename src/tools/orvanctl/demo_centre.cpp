@@ -26,7 +26,7 @@ void claimFolder(const QString& path) {
     if (!empty && !folder.exists(QLatin1String(kMarker)))
         throw std::runtime_error("Klasör boş değil ve örnek kurum içermiyor: " + path.toStdString());
     for (const char* own : {"Data", "Mdx"}) {
-        QDir part(folder.filePath(QLatin1String(own)));
+        QDir part(orvan::ProgramFolder(path).resolve(QLatin1String(own)));
         if (part.exists() && !part.removeRecursively())
             throw std::runtime_error("Eski örnek silinemedi: " + part.path().toStdString());
     }

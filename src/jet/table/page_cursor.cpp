@@ -26,6 +26,11 @@ void PageCursor::place(RowId id) {
     slots_ = 0;
 }
 
+void PageCursor::unpin() {
+    pinned_ = {};
+    reader_.unpin();
+}
+
 bool PageCursor::enter(PageNo page) {
     pinned_ = file_->read(page);
     stamp_ = fileStamp(*file_);

@@ -25,6 +25,8 @@ class PageCursor {
     // since.
     std::span<const uint8_t> bytes() const { return bytes_; }
 
+    void unpin(); // lets go of its pages, keeps its place
+
   private:
     bool enter(PageNo page); // false: the page is not (any more) a page of the table
     void reload();

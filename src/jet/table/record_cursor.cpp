@@ -10,7 +10,6 @@ void RecordCursor::attach(std::shared_ptr<const TableDef> def) {
     pages_.emplace(*source_, *def_);
     reader_.emplace(source_->pages(), source_->layout(), def_->page);
     row_.emplace(*source_);
-    read_ = {};
     index_.reset();
     if (!indexName_.empty()) {
         const IndexDef* index = def_->findIndex(indexName_);
@@ -98,17 +97,15 @@ RowId RecordCursor::id() {
 }
 
 const StoredRow& RecordCursor::row() {
-    const RowId wanted = id();
-    const uint64_t now = fileStamp(source_->pages());
-    if (read_ == wanted && readStamp_ == now) return *row_;
-    read_ = {};
     std::span<const uint8_t> bytes;
-    if (!reader_->find(wanted, bytes))
-        throw Error(Err::NoCurrentRecord, "Kayıt artık yok; silinmiş olabilir.");
+    if (!reader_->find(id(), bytes)) throw Error(Err::NoCurrentRecord, "Kayıt artık yok; silinmiş olabilir.");
     row_->attach(*def_, bytes);
-    read_ = wanted;
-    readStamp_ = now;
     return *row_;
+}
+
+void RecordCursor::unpin() {
+    if (pages_) pages_->unpin();
+    if (reader_) reader_->unpin();
 }
 
 void RecordCursor::goTo(RowId id) {
@@ -128,7 +125,6 @@ void RecordCursor::placeOnRow() {
     Bytes key;
     if (reader_->find(id_, bytes)) {
         row_->attach(*def_, bytes);
-        read_ = {};
         std::vector<Value> values;
         for (const IndexField& part : index_->index().fields)
             values.push_back(row_->value(part.field));

@@ -36,6 +36,8 @@ class RecordCursor {
     void rowChanged(RowId id); // the row was updated: its place in the index may be another
     void rowRemoved(RowId id);
 
+    void unpin(); // lets go of its pages, keeps its place
+
   private:
     // Unset: stands on the first record as soon as somebody asks.
     enum class Where { Unset, Begin, Record, Removed, NoMatch, End };
@@ -55,8 +57,6 @@ class RecordCursor {
     Where where_ = Where::Unset;
     bool empty_ = false; // there was no record at all when it went to an end
     RowId id_;
-    RowId read_;             // row_ is attached to this record …
-    uint64_t readStamp_ = 0; // … as it was under this fileStamp()
 };
 
 } // namespace jet

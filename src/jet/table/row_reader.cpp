@@ -7,10 +7,14 @@ bool isDataPageOf(const Layout& layout, std::span<const uint8_t> page, PageNo ow
     return page[0] == PageType::kData && data_page::owner(layout, page) == owner;
 }
 
+void RowReader::unpin() {
+    home_ = {};
+    body_ = {};
+}
+
 std::span<const uint8_t> RowReader::page(PageRef& pinned, PageNo number) {
     if (const uint64_t now = fileStamp(*file_); now != stamp_) {
-        home_ = {};
-        body_ = {};
+        unpin();
         stamp_ = now;
     }
     if (!pinned || pinned.number() != number) pinned = file_->read(number);

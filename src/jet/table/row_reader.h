@@ -33,6 +33,8 @@ class RowReader {
     // The bytes behind a pointer slot whose target is `target`.
     std::span<const uint8_t> follow(RowId target, Place* place = nullptr);
 
+    void unpin(); // lets go of its pages; the bytes it gave hold no longer
+
   private:
     std::span<const uint8_t> page(PageRef& pinned, PageNo number);
 

@@ -25,6 +25,12 @@ struct Table::Impl {
     template <class Work> void writing(Work&& work);
 
     void updateEdited();
+    // Between calls a handle holds no page: it then hinders neither the cache nor the closing of the file.
+    void unpin();
+    struct Unpin {
+        Impl& table;
+        ~Unpin() { table.unpin(); }
+    };
 
     TableSource& source;
     PageNo page;
@@ -84,7 +90,14 @@ void Table::Impl::requireWritable() {
     if (!reason.empty()) throw Error(Err::ReadOnly, reason);
 }
 
+void Table::Impl::unpin() {
+    if (rowWriter) rowWriter->reader().unpin();
+    if (rowReader) rowReader->unpin();
+    cursor.unpin();
+}
+
 template <class Work> auto Table::Impl::reading(Work&& work) {
+    const Unpin atEnd{*this};
     try {
         const ReadScope scope(source.pages());
         refresh();
@@ -96,6 +109,7 @@ template <class Work> auto Table::Impl::reading(Work&& work) {
 }
 
 template <class Work> void Table::Impl::writing(Work&& work) {
+    const Unpin atEnd{*this};
     try {
         std::string reason;
         if (!source.writable(reason)) throw Error(Err::ReadOnly, reason);

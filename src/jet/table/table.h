@@ -56,7 +56,8 @@ class Scan {
 
 class Table {
   public:
-    Table(TableSource& source, PageNo definitionPage); // the source must outlive the table
+    // The source must outlive every call; destroying the handle after it is allowed.
+    Table(TableSource& source, PageNo definitionPage);
     Table(Table&&) noexcept;
     Table& operator=(Table&&) noexcept;
     ~Table();

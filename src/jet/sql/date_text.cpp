@@ -4,6 +4,7 @@
 #include "jet/format/decimal_text.h"
 #include "jet/index/sort_key.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -231,9 +232,10 @@ double leadingNumber(std::string_view text) {
 
 std::string numberText(double value) {
     char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.15G", value);
-    std::string text = buffer;
-    if (const auto point = text.find('.'); point != std::string::npos) text[point] = ',';
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 15).ptr;
+    std::string text(buffer, end);
+    std::replace(text.begin(), text.end(), '.', ',');
+    std::replace(text.begin(), text.end(), 'e', 'E');
     return text;
 }
 

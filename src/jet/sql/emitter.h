@@ -108,6 +108,7 @@ class Emitter {
     static std::string asText(const Typed& typed);    // dates written out
     static std::string asNumber(const Typed& typed);  // texts converted, an error when they are none
     static Typed rawBoolean(std::string sql);
+    static Typed exactMoney(Typed typed);
 
     // comparisons (emitter_compare.cpp)
     Typed compare(const std::string& op, Typed a, Typed b, size_t at);

@@ -135,7 +135,7 @@ std::optional<Emitter::Typed> Emitter::aggregate(const Expr& expr, Scope& scope)
     }
     if (numeric && info->gives != Total::Real && argument.type == Type::Currency) typed.type = Type::Currency;
     typed.size = argument.size;
-    return typed;
+    return numeric ? exactMoney(std::move(typed)) : typed;
 }
 
 // CASE … END over the branches; a date meeting texts is written out.

@@ -5,7 +5,6 @@
 #include "jet/sql/lexer.h"
 
 #include <charconv>
-#include <cstdio>
 
 namespace jet::sql {
 
@@ -20,8 +19,8 @@ std::string quotedText(std::string_view text) {
 
 std::string realLiteral(double value) {
     char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.17g", value);
-    std::string text = buffer;
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
+    std::string text(buffer, end);
     if (text.find_first_of(".e") == std::string::npos) text += ".0";
     return value < 0 ? "(" + text + ")" : text;
 }
@@ -191,6 +190,12 @@ std::string Emitter::asNumber(const Typed& typed) {
                                                                           : value(typed);
 }
 
+// SQLite adds money as doubles: brought back to ten-thousandths, 0.1 + 0.2 is 0.3.
+Emitter::Typed Emitter::exactMoney(Typed typed) {
+    if (typed.type == Type::Currency) typed.sql = "jet_ccur(" + typed.sql + ")";
+    return typed;
+}
+
 Emitter::Typed Emitter::negated(const Expr& expr, Scope& scope) {
     const Typed inner = expression(*expr.args[0], scope);
     Typed typed{.sql = "(-" + asNumber(inner) + ")", .type = inner.type};
@@ -218,7 +223,7 @@ Emitter::Typed Emitter::arithmetic(const Expr& expr, Scope& scope) {
         typed.type = unify(unify(a.type, b.type), Type::Long); // products of small numbers are not small
     else
         typed.type = Type::Double;
-    return typed;
+    return exactMoney(std::move(typed));
 }
 
 // Two texts are joined, null with anything is null; what may be either is decided when it runs.
@@ -237,7 +242,7 @@ Emitter::Typed Emitter::addition(const Expr&, Typed a, Typed b) {
         typed.type = unify(unify(a.type, b.type), Type::Long);
     else
         typed.type = Type::Double;
-    return typed;
+    return exactMoney(std::move(typed));
 }
 
 // a & b & c in one call.

@@ -4,6 +4,7 @@
 #include "jet/sql/function_support.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 
 namespace jet::sql {
@@ -24,6 +25,14 @@ std::vector<std::string> impliedOrder(const Select& select, const std::vector<st
     for (size_t i = 1; i <= columns; ++i)
         order.push_back(std::to_string(i));
     return order;
+}
+
+// ORDER BY 2; 0 when the number is no whole one.
+size_t ordinal(const Expr& number) {
+    size_t position = 0;
+    const char* end = number.text.data() + number.text.size();
+    const auto result = std::from_chars(number.text.data(), end, position);
+    return result.ec == std::errc() && result.ptr == end ? position : 0;
 }
 
 bool containsRightJoin(const Source& source) {
@@ -156,7 +165,7 @@ std::string Emitter::emitUnion(const Query& query, Scope* parent, bool, EmittedQ
         const Expr& key = *item.value;
         size_t position = kHidden;
         if (key.kind == ExprKind::Number)
-            position = static_cast<size_t>(std::max(0.0, std::atof(key.text.c_str()) - 1));
+            position = ordinal(key) - 1;
         else if (key.kind == ExprKind::Name)
             for (size_t k = 0; k < result.columns.size() && position == kHidden; ++k)
                 if (sameName(result.columns[k].name, key.text)) position = k;
@@ -212,10 +221,10 @@ std::vector<Emitter::OrderKey> Emitter::orderKeys(const std::vector<OrderItem>& 
     for (const OrderItem& item : orderBy) {
         OrderKey key{{}, kHidden, item.descending};
         if (item.value->kind == ExprKind::Number) {
-            const double position = std::atof(item.value->text.c_str());
-            if (!(position >= 1 && position <= static_cast<double>(columns.size())))
+            const size_t position = ordinal(*item.value);
+            if (position < 1 || position > columns.size())
                 fail(item.value->at, "ORDER BY içindeki sıra numarası seçilen alanların dışında");
-            key.column = static_cast<size_t>(position) - 1;
+            key.column = position - 1;
             key.sql = items[key.column];
         } else {
             key.sql = collated(expression(*item.value, scope));

@@ -3,6 +3,8 @@
 
 #include "jet/sql/date_text.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -19,9 +21,13 @@ struct Decimal {
     int exponent = 0;
 
     explicit Decimal(double value) {
-        char buffer[40];
-        std::snprintf(buffer, sizeof buffer, "%.*e", kDigits - 1, std::fabs(value));
-        exponent = std::atoi(std::string_view(buffer).substr(kDigits + 2).data()) + 1;
+        char buffer[40]; // d.ddd…e+xx
+        const char* end = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value),
+                                        std::chars_format::scientific, kDigits - 1)
+                              .ptr;
+        const char* power = std::find(static_cast<const char*>(buffer), end, 'e') + 1;
+        std::from_chars(*power == '+' ? power + 1 : power, end, exponent);
+        ++exponent;
         digits = std::string(1, buffer[0]) + std::string(buffer + 2, kDigits - 1);
         if (value == 0) exponent = 0;
     }

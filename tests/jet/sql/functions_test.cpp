@@ -291,6 +291,8 @@ TEST_F(Functions, AggregatesOverAColumn) {
         EXPECT_EQ(shown(result), c.expected) << c.expression;
         EXPECT_EQ(result.columns()[0].type, c.type) << c.expression;
     }
+    EXPECT_EQ(rows("SELECT Count(*) FROM T HAVING Sum(Tutar) = 0.6 AND Avg(Tutar) = 0.2"), "4");
+    EXPECT_EQ(rows("SELECT Ad FROM T WHERE Tutar * 3 = 0.3 OR Tutar + Tutar = 0.6"), "b; a");
     EXPECT_EQ(rows("SELECT Sum(Sayi), Max(Sayi), Count(*), StDev(Sayi) FROM T WHERE Sayi > 100"), "∅|∅|0|∅");
 }
 

@@ -125,21 +125,26 @@ void CommandDispatcher::reconnect(const Session& wanted) {
 }
 
 bool CommandDispatcher::runOwnCommand(const QString& key) {
-    if (key == QLatin1String("KullaniciDegis")) {
-        if (!dialogs_.confirms(QStringLiteral("Geçerli kullanıcı oturumu sonlandırılacak!\n"
-                                              "           Onaylıyor musunuz?"),
-                               QStringLiteral("Kullanıcı Değiştir")))
-            return true;
-        databases_.session().user.clear();
-        shell_.signInAgain();
-        return true;
-    }
-    if (key == QLatin1String("Cikis")) return shell_.quit(), true;
-    if (key == QStringLiteral("Versiyonda Yapılanlar"))
-        return openFileOf(QStringLiteral("\\Versiyon.htm"), Open::Document), true;
-    if (key == QStringLiteral("İl İlçe Güncelleme"))
-        return openFileOf(QStringLiteral("\\ILILCEGUNCELLE.EXE"), Open::Program), true;
-    return false;
+    if (key == QLatin1String("KullaniciDegis"))
+        changeUser();
+    else if (key == QLatin1String("Cikis"))
+        shell_.quit();
+    else if (key == QStringLiteral("Versiyonda Yapılanlar"))
+        openFileOf(QStringLiteral("\\Versiyon.htm"), Open::Document);
+    else if (key == QStringLiteral("İl İlçe Güncelleme"))
+        openFileOf(QStringLiteral("\\ILILCEGUNCELLE.EXE"), Open::Program);
+    else
+        return false;
+    return true;
+}
+
+void CommandDispatcher::changeUser() {
+    if (!dialogs_.confirms(QStringLiteral("Geçerli kullanıcı oturumu sonlandırılacak!\n"
+                                          "           Onaylıyor musunuz?"),
+                           QStringLiteral("Kullanıcı Değiştir")))
+        return;
+    databases_.session().user.clear();
+    shell_.signInAgain();
 }
 
 void CommandDispatcher::openFileOf(const QString& literal, Open how) {

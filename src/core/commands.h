@@ -64,6 +64,7 @@ class CommandDispatcher {
     bool switchLevel(const QString& key);
     bool switchDataSet(const QString& key);
     bool runOwnCommand(const QString& key);
+    void changeUser();
     void reconnect(const Session& wanted);
     enum class Open { Document, Program };
     void openFileOf(const QString& literal, Open how);

@@ -29,9 +29,12 @@ void openAfterSignIn(DatabaseSet& databases, Dialogs& dialogs) {
         if (error.number() != jet::Err::NoSuchTable && error.number() != jet::Err::NoSuchItem) throw;
         argument = QStringLiteral("Check1");
     }
-    databases.close(); // the upgrade has the files to itself
-    checkStructure(folder, session, databases.schema(), dialogs, argument);
-    databases.connect();
+    session.upgradeNeeded = needsStructureCheck(folder, argument);
+    if (session.upgradeNeeded) {
+        databases.close(); // the upgrade has the files to itself
+        checkStructure(folder, session, databases.schema(), dialogs, argument);
+        databases.connect();
+    }
     renameStoredRights(databases.constants().sql());
 }
 

@@ -52,6 +52,24 @@ void add(StructureChanges& sum, const StructureChanges& one) {
     sum.rows += one.rows;
 }
 
+// One line per file that could not be brought up to date.
+QStringList runSteps(const std::vector<Step>& steps, const Session& session, const Schema& schema,
+                     Dialogs& dialogs, StructureChanges& changes) {
+    QStringList failures;
+    const auto progress =
+        dialogs.beginProgress(QStringLiteral("Lütfen bekleyiniz..."), static_cast<int>(steps.size()));
+    for (size_t i = 0; i < steps.size(); ++i) {
+        const QString name = QFileInfo(steps[i].file).fileName();
+        progress->step(static_cast<int>(i), name);
+        try {
+            add(changes, runStep(steps[i], session, schema));
+        } catch (const jet::Error& error) {
+            failures << name + QStringLiteral(": ") + errorText(error);
+        }
+    }
+    return failures;
+}
+
 } // namespace
 
 QString structureStamp(const Release& release) {
@@ -66,35 +84,27 @@ QString releaseText(const Release& release) {
     return QStringLiteral("%1.%2.%3").arg(release.major).arg(release.minor).arg(release.revision);
 }
 
+bool needsStructureCheck(const ProgramFolder& folder, const QString& argument, const Release& release) {
+    const IniFile stampFile(folder.resolve(QLatin1String(kStampFile)));
+    return argument.trimmed() == QLatin1String("Check1") ||
+           stampFile.value(kSection, kStampKey) != structureStamp(release);
+}
+
 StructureChanges checkStructure(const ProgramFolder& folder, Session& session, const Schema& schema,
                                 Dialogs& dialogs, const QString& argument, const Release& release) {
-    const QString stamp = structureStamp(release);
-    IniFile stampFile(folder.resolve(QLatin1String(kStampFile)));
-    session.upgradeNeeded =
-        argument.trimmed() == QLatin1String("Check1") || stampFile.value(kSection, kStampKey) != stamp;
     StructureChanges changes;
-    QStringList failures;
-    if (session.upgradeNeeded) {
-        const auto steps = stepsFor(folder);
-        const auto progress =
-            dialogs.beginProgress(QStringLiteral("Lütfen bekleyiniz..."), static_cast<int>(steps.size()));
-        for (size_t i = 0; i < steps.size(); ++i) {
-            progress->step(static_cast<int>(i), QFileInfo(steps[i].file).fileName());
-            try {
-                add(changes, runStep(steps[i], session, schema));
-            } catch (const jet::Error& error) {
-                failures << QFileInfo(steps[i].file).fileName() + QStringLiteral(": ") + errorText(error);
-            }
-        }
-    }
-    if (!failures.isEmpty()) {
+    session.upgradeNeeded = needsStructureCheck(folder, argument, release);
+    if (!session.upgradeNeeded) return changes;
+    const QStringList failures = runSteps(stepsFor(folder), session, schema, dialogs, changes);
+    if (failures.isEmpty()) {
+        IniFile stampFile(folder.resolve(QLatin1String(kStampFile)));
+        stampFile.setValue(kSection, kStampKey, structureStamp(release));
+        stampFile.save();
+    } else {
         dialogs.message(QStringLiteral("Yapısı güncellenemeyen dosyalar:\n") +
                             failures.join(QLatin1Char('\n')),
                         QStringLiteral("Uyarı"), Icon::Warning);
-        return changes;
     }
-    stampFile.setValue(kSection, kStampKey, stamp);
-    stampFile.save();
     return changes;
 }
 

@@ -16,6 +16,10 @@ QString structureStamp(const Release& release); // "EFE000300020117ADA"
 Release thisRelease();
 QString releaseText(const Release& release); // "3.2.117"
 
+// True when the stamp in \Yapi.sys differs from the release's or `argument` is "Check1".
+bool needsStructureCheck(const ProgramFolder& folder, const QString& argument = {},
+                         const Release& release = thisRelease());
+
 // Runs the upgrade when the stamp in \Yapi.sys differs from the release's or `argument` is "Check1", then
 // writes the stamp. Sets session.upgradeNeeded to whether it ran. Safe to repeat. A file that cannot be
 // brought up to date (damaged, locked by another station) is passed over; the person is told which, and the

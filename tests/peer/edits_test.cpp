@@ -12,6 +12,8 @@ namespace {
 namespace fs = std::filesystem;
 using jet::Type;
 
+constexpr const char* kPasswordOfSamples = "Şifre12"; // ignored by the files that have none
+
 class Edits : public testing::Test {
   protected:
     void SetUp() override {
@@ -20,19 +22,25 @@ class Edits : public testing::Test {
     }
     void TearDown() override { fs::remove_all(folder_); }
 
-    // Reads the file anew and by every other way; all must equal the model.
-    void expectEverybodyReads(const fs::path& file, const std::string& table, const peer::Model& model) {
+    // Reads the file anew and by every other way; all must equal the model. `known`: faults it had before our
+    // edits.
+    void expectEverybodyReads(const fs::path& file, const std::string& table, const peer::Model& model,
+                              const std::set<std::string>& known = {}) {
+        using peer::Detail;
         jet::OpenOptions options;
         options.readOnly = true;
         const auto database = jet::Database::open(file, options);
         const jet::TableDef def = database->tableDef(table);
-        const peer::Rows wanted = peer::fromModel(model, def);
-        EXPECT_EQ(peer::difference(peer::fromModel(peer::readModel(*database, table), def), wanted), "");
+        const peer::Rows ours = peer::fromModel(peer::readModel(*database, table), def, Detail::Exact);
+        EXPECT_EQ(peer::difference(ours, peer::fromModel(model, def, Detail::Exact)), "");
         EXPECT_EQ(database->openTable(table).rowCount(), model.size());
         if (peer::haveMdbTools()) {
-            EXPECT_EQ(peer::difference(wanted, peer::exportedByMdbTools(file, def)), "");
+            EXPECT_EQ(peer::difference(peer::fromModel(model, def, Detail::AsMdbTools),
+                                       peer::exportedByMdbTools(file, def)),
+                      "");
         }
-        EXPECT_EQ(peer::faultsOf(file), "");
+        for (const std::string& fault : peer::faultsOf(file))
+            EXPECT_TRUE(known.contains(fault)) << fault;
     }
 
     fs::path folder_;
@@ -143,6 +151,7 @@ TEST_F(Edits, filesMadeElsewhereStaySoundUnderOurEdits) {
         jet::OpenOptions options;
         options.ignorePassword = true;
         std::map<std::string, peer::Model> models;
+        const std::set<std::string> known = peer::faultsOf(sample, kPasswordOfSamples);
         {
             const auto database = jet::Database::open(file, options);
             if (database->readOnly()) continue; // older format: said by its reason
@@ -161,7 +170,7 @@ TEST_F(Edits, filesMadeElsewhereStaySoundUnderOurEdits) {
         }
         for (const auto& [name, model] : models) {
             SCOPED_TRACE(sample.filename().string() + " " + name);
-            expectEverybodyReads(file, name, model);
+            expectEverybodyReads(file, name, model, known);
         }
     }
     EXPECT_GT(tables, 20u);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <sstream>
 #include <stdexcept>
 
 namespace peer {
@@ -47,19 +48,32 @@ std::string printed(const char* format, double number) {
     return text;
 }
 
-// mdb-export shows a GUID in hex mode as the hex of its text form.
+// mdb-export shows a GUID in hex mode as the hex of its text form, and that without its last hyphen.
 std::string guidText(const std::string& cell) {
-    if (cell.starts_with("{")) return cell;
-    std::string text;
-    for (size_t i = 0; i + 1 < cell.size(); i += 2)
-        text += static_cast<char>(std::stoi(cell.substr(i, 2), nullptr, 16));
+    std::string text = cell;
+    if (!cell.starts_with("{")) {
+        text.clear();
+        for (size_t i = 0; i + 1 < cell.size(); i += 2)
+            text += static_cast<char>(std::stoi(cell.substr(i, 2), nullptr, 16));
+    }
+    std::erase(text, '-');
     return text;
 }
 
-std::string canonical(const Cell& cell, const jet::FieldDef& field) {
+// Hex digits up to the first zero byte.
+std::string beforeZeroByte(const std::string& hex) {
+    for (size_t i = 0; i + 1 < hex.size(); i += 2)
+        if (hex[i] == '0' && hex[i + 1] == '0') return hex.substr(0, i);
+    return hex;
+}
+
+std::string canonical(const Cell& cell, const jet::FieldDef& field, Detail detail) {
     using jet::Type;
-    const bool textual = field.isText() || field.type == Type::Binary || field.type == Type::Ole;
-    if (cell.text.empty()) return textual && cell.quoted ? "''" : "null";
+    if (cell.text.empty()) return cell.quoted && detail == Detail::Exact ? "''" : "null";
+    if (field.type == Type::Binary && detail == Detail::AsMdbTools) {
+        const std::string shown = beforeZeroByte(cell.text);
+        return shown.empty() ? "null" : shown;
+    }
     switch (field.type) {
     case Type::Single: return printed("%.7g", static_cast<float>(std::strtod(cell.text.c_str(), nullptr)));
     case Type::Double: return printed("%.15g", std::strtod(cell.text.c_str(), nullptr));
@@ -70,7 +84,7 @@ std::string canonical(const Cell& cell, const jet::FieldDef& field) {
     }
 }
 
-Rows canonicalRows(const std::vector<std::vector<Cell>>& csv, const jet::TableDef& def) {
+Rows canonicalRows(const std::vector<std::vector<Cell>>& csv, const jet::TableDef& def, Detail detail) {
     Rows result;
     if (csv.empty()) throw std::runtime_error("no header line for table " + def.name);
     std::vector<std::pair<std::string, size_t>> columns; // by name, so the order of columns does not matter
@@ -82,7 +96,7 @@ Rows canonicalRows(const std::vector<std::vector<Cell>>& csv, const jet::TableDe
     for (size_t r = 1; r < csv.size(); ++r) {
         std::string row;
         for (const auto& [name, at] : columns)
-            row += (at < csv[r].size() ? canonical(csv[r][at], def.field(name)) : "missing") + " | ";
+            row += (at < csv[r].size() ? canonical(csv[r][at], def.field(name), detail) : "missing") + " | ";
         result.rows.push_back(std::move(row));
     }
     std::sort(result.rows.begin(), result.rows.end());
@@ -141,20 +155,22 @@ Rows exportedByMdbTools(const std::filesystem::path& file, const jet::TableDef& 
     const std::string csv = runCommand("mdb-export -b hex -D '%Y-%m-%d %H:%M:%S' -T '%Y-%m-%d %H:%M:%S' " +
                                            shellQuoted(file) + " " + shellQuoted(def.name) + " 2>/dev/null",
                                        status);
-    return canonicalRows(parseCsv(csv), def);
+    return canonicalRows(parseCsv(csv), def, Detail::AsMdbTools);
 }
 
-Rows dumpedByJetdb(const std::filesystem::path& file, const jet::TableDef& def, const std::string& password) {
+Rows dumpedByJetdb(const std::filesystem::path& file, const jet::TableDef& def, Detail detail,
+                   const std::string& password) {
     int status = 0;
     const std::string option = password.empty() ? "" : " --password " + shellQuoted(password);
     const std::string csv = runCommand(shellQuoted(program("jetdb")) + " dump " + shellQuoted(file) + " " +
                                            shellQuoted(def.name) + option,
                                        status);
     if (status != 0) throw std::runtime_error("jetdb dump failed on " + file.string() + " " + def.name);
-    return canonicalRows(parseCsv(csv), def);
+    return canonicalRows(parseCsv(csv), def, detail);
 }
 
-Rows fromModel(const std::map<jet::RowId, std::vector<jet::Value>>& model, const jet::TableDef& def) {
+Rows fromModel(const std::map<jet::RowId, std::vector<jet::Value>>& model, const jet::TableDef& def,
+               Detail detail) {
     std::vector<std::vector<Cell>> csv(1);
     for (const jet::FieldDef& field : def.fields)
         csv[0].push_back({field.name});
@@ -164,7 +180,7 @@ Rows fromModel(const std::map<jet::RowId, std::vector<jet::Value>>& model, const
             row.push_back(cellOf(value));
         csv.push_back(std::move(row));
     }
-    return canonicalRows(csv, def);
+    return canonicalRows(csv, def, detail);
 }
 
 std::string difference(const Rows& ours, const Rows& theirs) {
@@ -178,12 +194,16 @@ std::string difference(const Rows& ours, const Rows& theirs) {
     return {};
 }
 
-std::string faultsOf(const std::filesystem::path& file, const std::string& password) {
+std::set<std::string> faultsOf(const std::filesystem::path& file, const std::string& password) {
     int status = 0;
     const std::string option = password.empty() ? "" : " --password " + shellQuoted(password);
-    const std::string output =
-        runCommand(shellQuoted(program("jetdb")) + " check " + shellQuoted(file) + option + " 2>&1", status);
-    return status == 0 ? std::string() : output;
+    std::istringstream output(
+        runCommand(shellQuoted(program("jetdb")) + " check " + shellQuoted(file) + option + " 2>&1", status));
+    std::set<std::string> faults;
+    for (std::string line; status != 0 && std::getline(output, line);)
+        if (line.find("denetlendi") == std::string::npos) faults.insert(line);
+    if (status != 0 && faults.empty()) faults.insert("jetdb check failed");
+    return faults;
 }
 
 } // namespace peer

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,10 @@ struct Rows {
     std::vector<std::string> rows;
 };
 
+// mdb-export cannot tell an empty text from none, and ends a binary field (not a long one) at its first zero
+// byte: where it is one side of a comparison, both sides are shown that way.
+enum class Detail { Exact, AsMdbTools };
+
 bool haveMdbTools();
 
 // stdout of a shell command; `status` receives the exit status.
@@ -26,14 +31,15 @@ std::filesystem::path program(const std::string& name);     // of this build
 
 // By `mdb-export`, and by `jetdb dump`; the definition tells the types.
 Rows exportedByMdbTools(const std::filesystem::path& file, const jet::TableDef& def);
-Rows dumpedByJetdb(const std::filesystem::path& file, const jet::TableDef& def,
+Rows dumpedByJetdb(const std::filesystem::path& file, const jet::TableDef& def, Detail detail,
                    const std::string& password = {});
-Rows fromModel(const std::map<jet::RowId, std::vector<jet::Value>>& model, const jet::TableDef& def);
+Rows fromModel(const std::map<jet::RowId, std::vector<jet::Value>>& model, const jet::TableDef& def,
+               Detail detail);
 
 // Empty when equal, else the first differing rows.
 std::string difference(const Rows& ours, const Rows& theirs);
 
-// Output of `jetdb check`, empty when it found nothing.
-std::string faultsOf(const std::filesystem::path& file, const std::string& password = {});
+// What `jetdb check` finds, a line a fault.
+std::set<std::string> faultsOf(const std::filesystem::path& file, const std::string& password = {});
 
 } // namespace peer

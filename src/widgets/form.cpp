@@ -24,12 +24,14 @@ QString withoutMnemonic(QString label) {
 }
 
 const QColor kWrongColor(0xB0, 0x10, 0x10);
+constexpr int kNoteWidth = 26; // characters; longer words about a field take more lines
 
 } // namespace
 
 EntryForm::EntryForm(std::span<const FormField> fields, QWidget* parent) : QWidget(parent) {
     auto* layout = new QGridLayout(this);
     layout->setColumnStretch(2, 1);
+    layout->setColumnMinimumWidth(2, fontMetrics().averageCharWidth() * kNoteWidth);
     layout->setHorizontalSpacing(fontMetrics().averageCharWidth() * 2);
     fields_.reserve(fields.size());
     for (const FormField& about : fields)

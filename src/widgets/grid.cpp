@@ -26,7 +26,7 @@ namespace {
 QToolButton* menuButton(const char* name, const QString& text, QMenu* menu, QWidget* parent) {
     auto* button = new QToolButton(parent);
     button->setObjectName(QString::fromLatin1(name));
-    button->setText(text);
+    button->setText(text + QStringLiteral("  ")); // room for the arrow
     button->setMenu(menu);
     button->setPopupMode(QToolButton::InstantPopup);
     button->setFocusPolicy(Qt::TabFocus);
@@ -45,7 +45,11 @@ ListGrid::ListGrid(const QString& name, std::vector<ListColumn> columns, Dialogs
     updateCounts();
 }
 
-ListGrid::~ListGrid() { saveLayout(); }
+// When the window closes, not when it is deleted: by then another user may have signed in.
+void ListGrid::hideEvent(QHideEvent* event) {
+    saveLayout();
+    QWidget::hideEvent(event);
+}
 
 void ListGrid::build() {
     find_ = new QLineEdit(this);
@@ -59,6 +63,7 @@ void ListGrid::build() {
     findLabel->setBuddy(find_);
 
     view_ = new QTableView(this);
+    setFocusProxy(find_);
     view_->setObjectName(QStringLiteral("tablo"));
     view_->setAccessibleName(QStringLiteral("Liste"));
     view_->setModel(model_);

@@ -26,7 +26,6 @@ class ListGrid : public QWidget {
     // grid.
     ListGrid(const QString& name, std::vector<ListColumn> columns, Dialogs& dialogs, UserMemory& memory,
              QWidget* parent = nullptr);
-    ~ListGrid() override;
 
     // New rows. Filter, order and, as far as they are still there, selection and current row (by
     // `keyColumn`'s cell) stay.
@@ -34,6 +33,8 @@ class ListGrid : public QWidget {
     void setKeyColumn(size_t column) { keyColumn_ = column; }
     void setTitle(const QString& title) { title_ = title; } // of prints and exported files
     void setNotes(const QStringList& notes) { notes_ = notes; }
+    // The order of a user who has not chosen one yet. REQUIRES: `key` is a column.
+    void sortAtFirstBy(const QString& key);
     void setEmptyText(const QString& text); // shown while the list has no rows at all
 
     QString filter() const;
@@ -53,11 +54,14 @@ class ListGrid : public QWidget {
     std::vector<QAction*> outputActions() const { return outputs_; }
     QTableView* view() const { return view_; }
 
+    QSize sizeHint() const override; // all columns side by side and a good page of rows
+
   signals:
     void activated(size_t row); // Enter or double click; index in the rows of setRows
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
   private:
     void build();
@@ -72,6 +76,7 @@ class ListGrid : public QWidget {
     void fillColumnMenu(QMenu* menu);
     void showContextMenu(QPoint place);
     void resetColumns();
+    int columnOf(const QString& key) const; // -1 when there is none
     void restoreLayout();
     void saveLayout();
     void print();

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QHeaderView>
 #include <QMenu>
+#include <QScrollBar>
 #include <QTableView>
 
 namespace orvan {
@@ -78,6 +79,29 @@ void ListGrid::resetColumns() {
     }
 }
 
+int ListGrid::columnOf(const QString& key) const {
+    const auto& columns = model_->rows().columns();
+    for (size_t i = 0; i < columns.size(); ++i)
+        if (columns[i].key == key) return static_cast<int>(i);
+    return -1;
+}
+
+void ListGrid::sortAtFirstBy(const QString& key) {
+    QHeaderView* header = view_->horizontalHeader();
+    if (header->sortIndicatorSection() < 0) header->setSortIndicator(columnOf(key), Qt::AscendingOrder);
+}
+
+QSize ListGrid::sizeHint() const {
+    constexpr int kRows = 22;
+    const QSize usual = QWidget::sizeHint();
+    const int width = view_->horizontalHeader()->length() + view_->verticalHeader()->sizeHint().width() +
+                      view_->verticalScrollBar()->sizeHint().width() +
+                      view_->fontMetrics().averageCharWidth() * 6;
+    const int height =
+        usual.height() - view_->sizeHint().height() + view_->verticalHeader()->defaultSectionSize() * kRows;
+    return {std::max(usual.width(), width), std::max(usual.height(), height)};
+}
+
 // One text a column, "key;width in characters;shown", in the order shown; unknown and missing columns do no
 // harm.
 void ListGrid::saveLayout() {
@@ -106,17 +130,11 @@ void ListGrid::saveLayout() {
 void ListGrid::restoreLayout() {
     resetColumns();
     QHeaderView* header = view_->horizontalHeader();
-    const auto& columns = model_->rows().columns();
-    const auto find = [&](const QString& key) {
-        for (size_t i = 0; i < columns.size(); ++i)
-            if (columns[i].key == key) return static_cast<int>(i);
-        return -1;
-    };
     const double unit = view_->fontMetrics().averageCharWidth();
     int visual = 0;
     for (const QString& line : memory_.value(layoutKey(this) + QStringLiteral("/Sutunlar")).toStringList()) {
         const QStringList parts = line.split(u';');
-        const int logical = find(parts.value(0));
+        const int logical = columnOf(parts.value(0));
         if (logical < 0 || parts.size() != 3) continue;
         header->moveSection(header->visualIndex(logical), visual++);
         const int width = static_cast<int>(parts[1].toDouble() * unit);
@@ -124,7 +142,7 @@ void ListGrid::restoreLayout() {
         view_->setColumnHidden(logical, parts[2] == QStringLiteral("0"));
     }
     if (header->hiddenSectionCount() == header->count()) resetColumns();
-    const int sorted = find(memory_.value(layoutKey(this) + QStringLiteral("/Siralama")).toString());
+    const int sorted = columnOf(memory_.value(layoutKey(this) + QStringLiteral("/Siralama")).toString());
     const bool descending = memory_.value(layoutKey(this) + QStringLiteral("/Azalan")).toBool();
     if (sorted >= 0) header->setSortIndicator(sorted, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
 }

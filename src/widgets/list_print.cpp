@@ -19,6 +19,8 @@ namespace {
 constexpr double kMarginMm = 12;
 constexpr double kFontPoints = 9;
 constexpr double kSmallestPoints = 7;
+constexpr double kMostSpread = 1.4;
+constexpr double kSlack = 1.02;       // of a text's width: painters round letters in their own way
 constexpr double kCellPadding = 0.35; // of the font's height, left and right of a cell's text
 
 constexpr int kCellFlags = Qt::TextWordWrap | Qt::TextWrapAnywhere | Qt::AlignTop;
@@ -84,7 +86,7 @@ class ListPages {
             for (const ListRow& row : sheet.rows)
                 width = std::max(width,
                                  usual.horizontalAdvance(cellText(row[column], sheet.columns[column].kind)));
-            widths.push_back(width + 2 * kCellPadding * usual.height() + 1);
+            widths.push_back(width * kSlack + 2 * kCellPadding * usual.height() + 1);
         }
         return widths;
     }
@@ -101,10 +103,20 @@ class ListPages {
         }
         lineHeight_ = metrics(font_).height();
         padding_ = kCellPadding * lineHeight_;
-        if (total() > area_.width()) narrow();
+        if (total() > area_.width())
+            narrow();
+        else
+            widen();
     }
 
     double total() const { return std::accumulate(widths_.begin(), widths_.end(), 0.0); }
+
+    // A list that leaves room is spread over the page, but not torn apart.
+    void widen() {
+        const double factor = std::min(kMostSpread, area_.width() / total());
+        for (double& width : widths_)
+            width *= factor;
+    }
 
     // Takes the missing width from the widest columns: none is made narrower than an equal share.
     void narrow() {

@@ -127,7 +127,7 @@ bool QtDialogs::askOkCancel(const QString& text, const QString& title, Icon icon
     Box box(text, title, icon, "onayKutusu");
     QPushButton* ok = box.add(kOk);
     QPushButton* cancel = box.add(kCancel);
-    return box.run(ok, cancel, cancel);
+    return box.run(ok, ok, cancel);
 }
 
 std::optional<QString> QtDialogs::inputText(const QString& label, const QString& title,

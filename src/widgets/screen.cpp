@@ -1,9 +1,13 @@
 // widgets/screen.cpp — closing with the question about unsaved work, and the keys all screens share.
 #include "widgets/screen.h"
 
+#include "core/general_error.h"
+
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMdiSubWindow>
 
 namespace orvan {
 
@@ -44,10 +48,34 @@ void Screen::closeEvent(QCloseEvent* event) {
 
 void Screen::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier) {
-        close();
+        closeWindow();
         return;
     }
     QWidget::keyPressEvent(event);
+}
+
+void Screen::closeWindow() {
+    auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget());
+    if (frame)
+        frame->close();
+    else
+        close();
+}
+
+void Screen::attempt(const QString& routine, const std::function<void()>& work) {
+    orvan::attempt(dialogs_, routine, work);
+}
+
+bool attempt(Dialogs& dialogs, const QString& routine, const std::function<void()>& work) {
+    try {
+        work();
+        return true;
+    } catch (const std::exception& error) {
+        const auto general = GeneralError::from(error, routine);
+        if (showGeneralError(dialogs, general, AfterError::MayContinue) == AfterError::EndProgram)
+            QApplication::quit();
+        return false;
+    }
 }
 
 } // namespace orvan

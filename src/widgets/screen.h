@@ -5,6 +5,7 @@
 
 #include "core/dialogs.h"
 
+#include <functional>
 #include <QWidget>
 
 namespace orvan {
@@ -21,12 +22,19 @@ class Screen : public QWidget {
     // refused).
     bool settleUnsaved();
 
+    void closeWindow(); // as Esc does: asks when something is unsaved
+
     virtual bool save() { return true; } // true: nothing is unsaved any more
     virtual void discardChanges() {}     // the unsaved record as it was loaded
     virtual void refresh() {}            // reads again what others may have changed
 
+  signals:
+    void recordsChanged(); // this screen has written: the other open screens read again
+
   protected:
     void setUnsaved(bool unsaved) { setWindowModified(unsaved); }
+    // Runs `work`; an unexpected error becomes the general error box, which may end the program.
+    void attempt(const QString& routine, const std::function<void()>& work);
     Dialogs& dialogs() const { return dialogs_; }
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -34,5 +42,8 @@ class Screen : public QWidget {
   private:
     Dialogs& dialogs_;
 };
+
+// The same for what is no screen. True when `work` ended without an error.
+bool attempt(Dialogs& dialogs, const QString& routine, const std::function<void()>& work);
 
 } // namespace orvan

@@ -1,6 +1,8 @@
 // tests/support/keyboard.h — real key presses to whatever has the focus, and widgets by object name.
 #pragma once
 
+#include "support/qt_print.h"
+
 #include <functional>
 #include <gtest/gtest.h>
 #include <QApplication>
@@ -21,6 +23,12 @@ inline void showActive(QWidget& window) {
 // Where a key goes: an open list or menu, else the field with the focus, else the window.
 inline QWidget* keyTarget() {
     if (QWidget* popup = QApplication::activePopupWidget()) return popup;
+    if (!QApplication::activeWindow()) { // the offscreen screen forgets the window under a box that has
+                                         // closed
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->isVisible()) window->activateWindow();
+        QCoreApplication::processEvents();
+    }
     if (QWidget* focus = QApplication::focusWidget()) return focus;
     return QApplication::activeWindow();
 }
@@ -96,6 +104,3 @@ class OnBox {
 };
 
 } // namespace orvan_test
-
-// QString in test messages.
-inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }

@@ -3,12 +3,11 @@
 #pragma once
 
 #include "core/dialogs.h"
+#include "support/qt_print.h"
 
 #include <deque>
 #include <gtest/gtest.h>
 #include <iostream>
-
-inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
 
 namespace orvan_test {
 
@@ -103,7 +102,9 @@ class ScriptedDialogs final : public orvan::Dialogs {
         script_.pop_front();
         EXPECT_EQ(static_cast<int>(expected.kind), static_cast<int>(kind)) << text.toStdString();
         EXPECT_EQ(expected.text, text);
-        if (!expected.title.isEmpty()) EXPECT_EQ(expected.title, title) << text.toStdString();
+        if (!expected.title.isEmpty()) {
+            EXPECT_EQ(expected.title, title) << text.toStdString();
+        }
         return expected;
     }
 

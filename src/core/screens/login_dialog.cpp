@@ -48,7 +48,8 @@ LoginDialog::LoginDialog(const ProgramFolder& folder, Session& session, Dialogs&
     auto* enter = addButton(buttons, "girisYap", QStringLiteral("&Giriş"), QDialogButtonBox::AcceptRole);
     addButton(buttons, "cikis", QStringLiteral("&Çıkış"), QDialogButtonBox::RejectRole);
     enter->setDefault(true);
-    auto* heading = new QLabel(QStringLiteral("Programa girmek için kullanıcı adınızı ve şifrenizi yazınız."), this);
+    auto* heading =
+        new QLabel(QStringLiteral("Programa girmek için kullanıcı adınızı ve şifrenizi yazınız."), this);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(heading);
     layout->addLayout(fields);

@@ -53,7 +53,8 @@ void MDIFormORVAN::buildMenus() {
     for (const MenuPlan& plan : menuPlans()) {
         auto* menu = new QMenu(QString::fromUtf8(plan.text), this);
         menu->setObjectName(QString::fromLatin1(plan.name));
-        for (const MenuCommand& command : plan.commands) addCommand(menu, command);
+        for (const MenuCommand& command : plan.commands)
+            addCommand(menu, command);
         if (menu->isEmpty())
             delete menu;
         else
@@ -154,7 +155,8 @@ void MDIFormORVAN::showShortcuts() {
         for (const QAction* action : menu->menu()->actions())
             if (!action->shortcut().isEmpty())
                 add(action->shortcut().toString(QKeySequence::NativeText), action->text().remove(u'&'));
-    for (const auto& shared : kSharedKeys) add(QString::fromUtf8(shared.keys), QString::fromUtf8(shared.meaning));
+    for (const auto& shared : kSharedKeys)
+        add(QString::fromUtf8(shared.keys), QString::fromUtf8(shared.meaning));
     auto* buttons = new QDialogButtonBox(&box);
     QPushButton* ok = buttons->addButton(QStringLiteral("&Tamam"), QDialogButtonBox::AcceptRole);
     ok->setObjectName(QStringLiteral("tamam"));

@@ -1,8 +1,10 @@
-// core/screens/main_window.cpp — child windows, session and state of the main window. Its menus: main_menus.cpp.
+// core/screens/main_window.cpp — child windows, session and state of the main window. Its menus:
+// main_menus.cpp.
 #include "core/screens/main_window.h"
 
 #include "core/general_error.h"
 #include "core/screens/login_dialog.h"
+#include "core/screens/program_icon.h"
 #include "core/startup.h"
 #include "core/structure_check.h"
 #include "widgets/screen.h"
@@ -10,6 +12,7 @@
 
 #include <QAction>
 #include <QActionGroup>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QLabel>
@@ -31,8 +34,9 @@ const QString kWindowPlace = QStringLiteral("AnaPencere/Yer");
 QString placeKey(const QString& screen) { return QStringLiteral("Pencere-%1/Yer").arg(screen); }
 
 bool changesDatabase(const QString& key) {
-    static const QStringList keys{"ToolKalfa",    "ToolUsta",    "ToolUstaOgretici", "Toolisyeriacma", "ToolDenklikK",
-                                  "ToolDenklikU", "NormalArsiv", "MezunlarArsiv",    "AyrilmaArsiv"};
+    static const QStringList keys{"ToolKalfa",      "ToolUsta",      "ToolUstaOgretici",
+                                  "Toolisyeriacma", "ToolDenklikK",  "ToolDenklikU",
+                                  "NormalArsiv",    "MezunlarArsiv", "AyrilmaArsiv"};
     return keys.contains(key);
 }
 
@@ -42,6 +46,7 @@ MDIFormORVAN::MDIFormORVAN(const Program& program, QWidget* parent)
     : QMainWindow(parent), program_(program),
       dispatcher_(program_.screens, program_.databases, program_.dialogs, *this), area_(new QMdiArea(this)) {
     setObjectName(QStringLiteral("MDIFormORVAN"));
+    QApplication::setWindowIcon(programIcon());
     area_->setObjectName(QStringLiteral("calismaAlani"));
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -103,7 +108,6 @@ void MDIFormORVAN::openScreen(const ScreenEntry& entry) {
     QMdiSubWindow* window = area_->addSubWindow(content);
     window->setObjectName(frameName);
     window->setAttribute(Qt::WA_DeleteOnClose);
-    window->setWindowIcon(QIcon());
     window->installEventFilter(this);
     place(window, content->objectName());
     if (auto* screen = qobject_cast<Screen*>(content)) {
@@ -131,9 +135,9 @@ void MDIFormORVAN::place(QMdiSubWindow* window, const QString& name) {
     }
     const QSize size = window->sizeHint().boundedTo(room);
     const auto step = static_cast<int>((area_->subWindowList().size() - 1) % 8) * 24;
-    window->setGeometry(QRect(QPoint(std::min(step, room.width() - size.width()),
-                                     std::min(step, room.height() - size.height())),
-                              size));
+    window->setGeometry(QRect(
+        QPoint(std::min(step, room.width() - size.width()), std::min(step, room.height() - size.height())),
+        size));
 }
 
 void MDIFormORVAN::rememberPlace(QMdiSubWindow* window) {
@@ -143,8 +147,11 @@ void MDIFormORVAN::rememberPlace(QMdiSubWindow* window) {
     const bool maximized = window->isMaximized();
     if (!maximized || stored.size() != 5) {
         const QRect rect = window->geometry();
-        stored = QStringList{QString::number(rect.x()), QString::number(rect.y()), QString::number(rect.width()),
-                             QString::number(rect.height()), {}};
+        stored = QStringList{QString::number(rect.x()),
+                             QString::number(rect.y()),
+                             QString::number(rect.width()),
+                             QString::number(rect.height()),
+                             {}};
     }
     stored[4] = maximized ? QStringLiteral("1") : QStringLiteral("0");
     program_.memory.setValue(key, stored);
@@ -226,7 +233,8 @@ void MDIFormORVAN::showState() {
     const Session& session = program_.session;
     QString title = QStringLiteral("ORVAN - Mesleki Eğitim Merkezi Öğrenci Takip Programı  Ver: %1")
                         .arg(releaseText(thisRelease()));
-    if (session.mode != DataSetMode::Working) title += QStringLiteral("  [%1]").arg(dataSetCaption(session.mode));
+    if (session.mode != DataSetMode::Working)
+        title += QStringLiteral("  [%1]").arg(dataSetCaption(session.mode));
     setWindowTitle(title);
     const bool open = program_.databases.isOpen();
     QString level = levelText(session.level);
@@ -237,13 +245,16 @@ void MDIFormORVAN::showState() {
     user_->setText(session.user.isEmpty() ? QStringLiteral("Giriş yapılmadı")
                                           : QStringLiteral("Kullanıcı: %1").arg(session.user));
     const auto check = [](QActionGroup* group, const QString& key) {
-        for (QAction* action : group->actions()) action->setChecked(action->data().toString() == key);
+        for (QAction* action : group->actions())
+            action->setChecked(action->data().toString() == key);
     };
     static const char* const kLevelKeys[] = {"ToolKalfa",      "ToolUsta",     "ToolUstaOgretici",
                                              "Toolisyeriacma", "ToolDenklikK", "ToolDenklikU"};
     auto levelIndex = static_cast<size_t>(session.level);
-    if (session.equivalence && session.level == Level::Kalfa) levelIndex = static_cast<size_t>(Level::DenklikKalfa);
-    if (session.equivalence && session.level == Level::Usta) levelIndex = static_cast<size_t>(Level::DenklikUsta);
+    if (session.equivalence && session.level == Level::Kalfa)
+        levelIndex = static_cast<size_t>(Level::DenklikKalfa);
+    if (session.equivalence && session.level == Level::Usta)
+        levelIndex = static_cast<size_t>(Level::DenklikUsta);
     check(levels_, QString::fromLatin1(kLevelKeys[levelIndex]));
     check(dataSets_, session.mode == DataSetMode::Working     ? QStringLiteral("NormalArsiv")
                      : session.mode == DataSetMode::Graduates ? QStringLiteral("MezunlarArsiv")

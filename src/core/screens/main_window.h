@@ -1,5 +1,5 @@
-// core/screens/main_window.h — the frame in which every screen opens as a child window: menus, toolbar, status bar, and
-// the dispatcher behind them. Knows no particular screen.
+// core/screens/main_window.h — the frame in which every screen opens as a child window: menus, toolbar,
+// status bar, and the dispatcher behind them. Knows no particular screen.
 #pragma once
 
 #include "core/commands.h"
@@ -40,7 +40,8 @@ class MDIFormORVAN : public QMainWindow, public Shell {
     bool beginSession();
     // The databases are open for session.user: menus come alive.
     void sessionReady();
-    // Runs a command as its menu entry does. Screens with unsaved work are settled first when the database changes.
+    // Runs a command as its menu entry does. Screens with unsaved work are settled first when the database
+    // changes.
     void run(const QString& key);
 
     QList<Screen*> openScreens() const;

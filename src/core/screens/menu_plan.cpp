@@ -1,4 +1,5 @@
-// core/screens/menu_plan.cpp — the menus. The Alt letters of the menu bar (Ç Ö P Y) are not used in any screen.
+// core/screens/menu_plan.cpp — the menus. The Alt letters of the menu bar (Ç Ö P Y) are not used in any
+// screen.
 #include "core/screens/menu_plan.h"
 
 namespace orvan {

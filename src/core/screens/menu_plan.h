@@ -1,5 +1,5 @@
-// core/screens/menu_plan.h — where each command key stands in the menus and the toolbar. Data only; commands behind which
-// nothing stands yet are left out by the main window.
+// core/screens/menu_plan.h — where each command key stands in the menus and the toolbar. Data only; commands
+// behind which nothing stands yet are left out by the main window.
 #pragma once
 
 #include <span>

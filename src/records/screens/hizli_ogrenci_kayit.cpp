@@ -1,4 +1,5 @@
-// records/screens/hizli_ogrenci_kayit.cpp — shows the quick form; what may be saved is decided by QuickRegistration.
+// records/screens/hizli_ogrenci_kayit.cpp — shows the quick form; what may be saved is decided by
+// QuickRegistration.
 #include "records/screens/hizli_ogrenci_kayit.h"
 
 #include "widgets/choice_list.h"
@@ -40,7 +41,8 @@ QPushButton* makeButton(const char* name, const QString& text, const QString& ti
 
 hizli_ogrenci_kayit::hizli_ogrenci_kayit(DatabaseSet& databases, Dialogs& dialogs, const Clock& clock,
                                          QWidget* parent)
-    : Screen(QStringLiteral("hizli_ogrenci_kayit"), QString::fromUtf8(kQuickRegistrationTitle), dialogs, parent),
+    : Screen(QStringLiteral("hizli_ogrenci_kayit"), QString::fromUtf8(kQuickRegistrationTitle), dialogs,
+             parent),
       registration_(databases, dialogs, clock) {
     build();
     attempt(QStringLiteral("hizli_ogrenci_kayit"), [this] { loadProfessions(); });
@@ -60,13 +62,17 @@ void hizli_ogrenci_kayit::build() {
     result_->setObjectName(QStringLiteral("sonuc"));
     result_->setTextFormat(Qt::PlainText);
     result_->setWordWrap(true);
-    saveButton_ = makeButton("kaydet", QStringLiteral("Kay&det"), QStringLiteral("Öğrenciyi kaydeder (Ctrl+S)"), this);
-    auto* fresh = makeButton("yeni", QStringLiteral("Y&eni"), QStringLiteral("Alanları boşaltır (Ctrl+N)"), this);
-    auto* leave = makeButton("kapat", QStringLiteral("Kapa&t"), QStringLiteral("Pencereyi kapatır (Esc)"), this);
+    saveButton_ =
+        makeButton("kaydet", QStringLiteral("Kay&det"), QStringLiteral("Öğrenciyi kaydeder (Ctrl+S)"), this);
+    auto* fresh =
+        makeButton("yeni", QStringLiteral("Y&eni"), QStringLiteral("Alanları boşaltır (Ctrl+N)"), this);
+    auto* leave =
+        makeButton("kapat", QStringLiteral("Kapa&t"), QStringLiteral("Pencereyi kapatır (Esc)"), this);
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    for (QPushButton* button : {saveButton_, fresh, leave}) buttons->addWidget(button);
+    for (QPushButton* button : {saveButton_, fresh, leave})
+        buttons->addWidget(button);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(form_, 1);
     layout->addWidget(result_);
@@ -92,7 +98,8 @@ void hizli_ogrenci_kayit::build() {
 void hizli_ogrenci_kayit::loadProfessions() {
     professions_ = registration_.professions();
     std::map<QString, int> versions; // how many curricula a code has
-    for (const Profession& profession : professions_) ++versions[profession.code];
+    for (const Profession& profession : professions_)
+        ++versions[profession.code];
     std::vector<Choice> choices;
     for (const Profession& profession : professions_) {
         QString text = QStringLiteral("%1 (%2)").arg(profession.name, profession.code);
@@ -111,7 +118,8 @@ Profession hizli_ogrenci_kayit::chosenProfession() const {
     return {};
 }
 
-// The chosen profession and its next numbers are no work of the user's that could be lost; names and a typed number are.
+// The chosen profession and its next numbers are no work of the user's that could be lost; names and a typed
+// number are.
 void hizli_ogrenci_kayit::propose() {
     const Profession profession = chosenProfession();
     current_ = registration_.propose(profession);
@@ -148,7 +156,8 @@ void hizli_ogrenci_kayit::refresh() {
 
 bool hizli_ogrenci_kayit::save() {
     // the second click of a double click finds the form already empty
-    if (saving_ || (sinceSaved_.isValid() && sinceSaved_.elapsed() < QApplication::doubleClickInterval() && !hasUnsaved()))
+    if (saving_ || (sinceSaved_.isValid() && sinceSaved_.elapsed() < QApplication::doubleClickInterval() &&
+                    !hasUnsaved()))
         return false;
     saving_ = true;
     bool saved = false;

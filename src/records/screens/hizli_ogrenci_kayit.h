@@ -1,4 +1,5 @@
-// records/screens/hizli_ogrenci_kayit.h — the quick form: profession, number, name and surname of a new student.
+// records/screens/hizli_ogrenci_kayit.h — the quick form: profession, number, name and surname of a new
+// student.
 #pragma once
 
 #include "records/quick_registration.h"
@@ -17,7 +18,8 @@ class hizli_ogrenci_kayit : public Screen {
 
   public:
     // All must outlive it. REQUIRES: databases are connected.
-    hizli_ogrenci_kayit(DatabaseSet& databases, Dialogs& dialogs, const Clock& clock, QWidget* parent = nullptr);
+    hizli_ogrenci_kayit(DatabaseSet& databases, Dialogs& dialogs, const Clock& clock,
+                        QWidget* parent = nullptr);
 
     bool save() override;
     void discardChanges() override;

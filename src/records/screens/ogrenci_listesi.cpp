@@ -28,17 +28,17 @@ std::vector<ListColumn> columns() {
 }
 
 ListRow rowOf(const StudentListRow& student) {
-    return {student.number,     student.name,  student.surname,        student.className,
-            student.profession, student.stage, student.registrationNo, student.identityNo,
-            student.workplace};
+    return {student.number, student.name,           student.surname,    student.className, student.profession,
+            student.stage,  student.registrationNo, student.identityNo, student.workplace};
 }
 
 } // namespace
 
-ogrenci_listesi::ogrenci_listesi(const QString& title, DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
-                                 const Clock& clock, QWidget* parent)
+ogrenci_listesi::ogrenci_listesi(const QString& title, DatabaseSet& databases, Dialogs& dialogs,
+                                 UserMemory& memory, const Clock& clock, QWidget* parent)
     : Screen(QStringLiteral("ogrenci_listesi"), title, dialogs, parent), databases_(databases), clock_(clock),
       grid_(new ListGrid(QStringLiteral("ogrenciler"), columns(), dialogs, memory, this)) {
+    grid_->sortAtFirstBy(QStringLiteral("sinif"));
     grid_->setTitle(QStringLiteral("Öğrenci Listesi"));
     grid_->setEmptyText(QStringLiteral("Bu düzeyde kayıtlı öğrenci yok."));
     auto* again = new QPushButton(QStringLiteral("Y&enile"), this);
@@ -70,11 +70,12 @@ void ogrenci_listesi::load() {
         ~Restore() { QApplication::restoreOverrideCursor(); }
     } restore;
     std::vector<ListRow> rows;
-    for (const StudentListRow& student : studentList(databases_.level().sql())) rows.push_back(rowOf(student));
+    for (const StudentListRow& student : studentList(databases_.level().sql()))
+        rows.push_back(rowOf(student));
     const Session& session = databases_.session();
-    grid_->setNotes({session.schoolName,
-                     QStringLiteral("%1 - %2 - %3")
-                         .arg(levelText(session.level), dataSetCaption(session.mode), dateText(clock_.today()))});
+    grid_->setNotes({session.schoolName, QStringLiteral("%1 - %2 - %3")
+                                             .arg(levelText(session.level), dataSetCaption(session.mode),
+                                                  dateText(clock_.today()))});
     grid_->setRows(std::move(rows));
 }
 

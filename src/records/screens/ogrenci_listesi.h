@@ -1,4 +1,5 @@
-// records/screens/ogrenci_listesi.h — the students of the open level as a list, to find one by number, name or class.
+// records/screens/ogrenci_listesi.h — the students of the open level as a list, to find one by number, name
+// or class.
 #pragma once
 
 #include "core/clock.h"

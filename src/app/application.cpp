@@ -1,0 +1,62 @@
+// app/application.cpp — set-up of the Qt application.
+#include "app/application.h"
+
+#include "core/general_error.h"
+#include "core/structure_check.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QStandardPaths>
+
+namespace orvan {
+
+namespace {
+
+// Dates are dd.MM.yyyy, decimals have a comma, whatever the computer is set to.
+void setTurkishFormats() { QLocale::setDefault(QLocale(QLocale::Turkish, QLocale::Turkey)); }
+
+} // namespace
+
+Application::Application(int& argc, char** argv, Dialogs& dialogs)
+    : QApplication(argc, argv), dialogs_(dialogs) {
+    setApplicationName(QStringLiteral("orvan"));
+    setApplicationVersion(releaseText(thisRelease()));
+    setTurkishFormats();
+    const QString texts = QStringLiteral("qtbase_tr");
+    if (qtTexts_.load(texts, applicationDirPath() + QStringLiteral("/translations")) ||
+        qtTexts_.load(texts, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        installTranslator(&qtTexts_);
+}
+
+bool Application::claimFolder(const QString& programFolder) {
+    const QByteArray folder = QDir(programFolder).canonicalPath().toUtf8();
+    const QByteArray mark = QCryptographicHash::hash(folder, QCryptographicHash::Sha1).toHex().left(16);
+    const QString place = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    QDir().mkpath(place);
+    running_ =
+        std::make_unique<QLockFile>(QStringLiteral("%1/orvan-%2.lock").arg(place, QString::fromLatin1(mark)));
+    running_->setStaleLockTime(0); // a lock is stale only when its program is gone
+    if (running_->tryLock()) return true;
+    return running_->error() !=
+           QLockFile::LockFailedError; // a folder that takes no lock is no running program
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const std::exception& error) {
+        const auto general =
+            GeneralError::from(error, QString::fromLatin1(receiver->metaObject()->className()));
+        if (showGeneralError(dialogs_, general, AfterError::MayContinue) == AfterError::EndProgram) exit(1);
+        return true;
+    }
+}
+
+QString memoryFile() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/orvan/ekranlar.ini");
+}
+
+} // namespace orvan

@@ -1,0 +1,184 @@
+// The frame: rights before screens, levels and data sets, changing the user, leaving with unsaved work.
+#include "screens/program_fixture.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QPushButton>
+#include <set>
+
+namespace orvan_test {
+namespace {
+
+constexpr auto kUnsavedQuestion = "Yapmış olabileceğiniz değişiklikleri kaydetmeden çıkmak üzeresiniz.\n"
+                                  "Bilgileriniz kayıt edilsin mi?";
+
+class MainWindowTest : public ProgramTest {
+  protected:
+    void SetUp() override {
+        ProgramTest::SetUp();
+        signIn();
+    }
+    // A quick form with a name typed in.
+    void openUnsaved() {
+        choose("HizliOgrenciKayit");
+        type("kuaf");
+        press(Qt::Key_Return);
+        press(Qt::Key_Return);
+        type("Can");
+        ASSERT_TRUE(screen("hizli_ogrenci_kayit")->hasUnsaved());
+    }
+};
+
+TEST_F(MainWindowTest, WithoutTheEntryRightTheScreenStaysClosed) {
+    orvan::grantAll(centre.databases.constants().database(), kUser, {false, true});
+    dialogs.expectMessage(
+        "Bu programa giriş yetkiniz yok!\n'Sabit Bilgiler' menüsü 'Yeni Kullanıcı / Kullanıcı Hakları' "
+        "bölümünden programa giriş yetkisi veriniz veya sistem yetkilisi ile görüşünüz.",
+        "Programa Giriş Yetkisi");
+    choose("HizliOgrenciKayit");
+    EXPECT_EQ(screen("hizli_ogrenci_kayit"), nullptr);
+}
+
+TEST_F(MainWindowTest, ASecondCallShowsTheSameWindow) {
+    choose("OgrenciListesiSinifBaz");
+    choose("HizliOgrenciKayit");
+    choose("OgrenciListesiSinifBaz");
+    EXPECT_EQ(window->openScreens().size(), 2);
+    EXPECT_TRUE(screen("ogrenci_listesi")->isAncestorOf(QApplication::focusWidget()));
+}
+
+TEST_F(MainWindowTest, ShortcutsOpenScreensAndEscapeClosesThem) {
+    press(Qt::Key_F6);
+    ASSERT_NE(screen("hizli_ogrenci_kayit"), nullptr);
+    EXPECT_EQ(focused(), QString("meslek"));
+    press(Qt::Key_Escape);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(screen("hizli_ogrenci_kayit"), nullptr);
+}
+
+TEST_F(MainWindowTest, ALevelSwitchOpensItsFileAndClosesTheScreens) {
+    choose("OgrenciListesiSinifBaz");
+    choose("ToolUsta");
+    EXPECT_TRUE(centre.databases.levelFile().endsWith("/USTA.MDB"));
+    EXPECT_EQ(find<QLabel>(*window, "durumDuzey")->text(), QString("Düzey: Usta"));
+    EXPECT_TRUE(window->findChild<QAction*>("ToolUsta")->isChecked());
+    EXPECT_FALSE(window->findChild<QAction*>("ToolKalfa")->isChecked());
+    EXPECT_TRUE(window->openScreens().isEmpty());
+}
+
+TEST_F(MainWindowTest, ARefusedSaveKeepsLevelAndWork) {
+    openUnsaved();
+    dialogs.expectYesNo(kUnsavedQuestion, orvan::Answer::Yes)
+        .expectMessage("Öğrenci Numarası, Adı ve Soyadı boş girilemez. Lütfen ilgili yerleri doldurunuz.");
+    choose("ToolUsta");
+    EXPECT_TRUE(centre.databases.levelFile().endsWith("/KALFA.MDB"));
+    EXPECT_TRUE(window->findChild<QAction*>("ToolKalfa")->isChecked());
+    EXPECT_EQ(find<QLineEdit>(*screen("hizli_ogrenci_kayit"), "adi")->text(), QString("Can"));
+    dialogs.expectYesNo(kUnsavedQuestion, orvan::Answer::No);
+    choose("ToolUsta");
+    EXPECT_TRUE(centre.databases.levelFile().endsWith("/USTA.MDB"));
+}
+
+TEST_F(MainWindowTest, LeavingTheProgramAsksForUnsavedWork) {
+    openUnsaved();
+    dialogs.expectYesNo(kUnsavedQuestion, orvan::Answer::Yes)
+        .expectMessage("Öğrenci Numarası, Adı ve Soyadı boş girilemez. Lütfen ilgili yerleri doldurunuz.");
+    choose("Cikis");
+    EXPECT_TRUE(window->isVisible());
+    dialogs.expectYesNo(kUnsavedQuestion, orvan::Answer::No);
+    choose("Cikis");
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_FALSE(centre.databases.isOpen());
+}
+
+TEST_F(MainWindowTest, ChangingTheUserAsksAndSignsInAgain) {
+    const QString question = "Geçerli kullanıcı oturumu sonlandırılacak!\n           Onaylıyor musunuz?";
+    choose("OgrenciListesiSinifBaz");
+    dialogs.expectYesNo(question, orvan::Answer::No);
+    choose("KullaniciDegis");
+    EXPECT_EQ(centre.session.user, QString(kUser));
+    EXPECT_EQ(window->openScreens().size(), 1);
+
+    dialogs.expectYesNo(question, orvan::Answer::Yes);
+    OnBox box(
+        [&](QWidget&) {
+            EXPECT_EQ(centre.session.user, QString());
+            EXPECT_FALSE(window->menuBar()->isEnabled());
+            EXPECT_TRUE(window->openScreens().isEmpty());
+            type(kPassword);
+            press(Qt::Key_Return);
+        },
+        20000);
+    choose("KullaniciDegis");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return box.done() && window->menuBar()->isEnabled(); }, 20000));
+    EXPECT_EQ(centre.session.user, QString(kUser));
+}
+
+TEST_F(MainWindowTest, AltLettersAreUniqueInEachMenuAndBetweenMenuBarAndScreens) {
+    const auto letters = [](const QList<QAction*>& actions) {
+        QStringList found;
+        for (const QAction* action : actions) {
+            const auto sequence = QKeySequence::mnemonic(action->text());
+            if (!action->isSeparator())
+                found << (sequence.isEmpty() ? "none: " + action->text() : sequence.toString());
+        }
+        return found;
+    };
+    const auto expectUnique = [](const QStringList& found, const QString& where) {
+        EXPECT_EQ(QSet<QString>(found.begin(), found.end()).size(), found.size())
+            << where.toStdString() << ": " << found.join(' ').toStdString();
+        EXPECT_TRUE(found.filter("none").isEmpty())
+            << where.toStdString() << ": " << found.join(' ').toStdString();
+    };
+    const QStringList bar = letters(window->menuBar()->actions());
+    expectUnique(bar, "menu bar");
+    for (const QAction* menu : window->menuBar()->actions())
+        expectUnique(letters(menu->menu()->actions()), menu->text());
+    for (const orvan::ScreenEntry& entry : screens.entries()) {
+        window->openScreen(entry);
+        QStringList all = bar;
+        const orvan::Screen* opened = window->openScreens().last();
+        for (const auto* label : opened->findChildren<QLabel*>())
+            if (label->buddy()) all << QKeySequence::mnemonic(label->text()).toString();
+        for (const auto* button : opened->findChildren<QPushButton*>())
+            all << QKeySequence::mnemonic(button->text()).toString();
+        all.removeAll(QString());
+        expectUnique(all, entry.title);
+    }
+}
+
+TEST_F(MainWindowTest, NoShortcutNeedsAltGrAndNoneIsTwice) {
+    std::set<QString> seen;
+    for (const QAction* action : window->findChildren<QAction*>())
+        for (const QKeySequence& keys : action->shortcuts()) {
+            const QString text = keys.toString();
+            EXPECT_FALSE(text.contains("Ctrl+Alt") || text.contains("Alt+Ctrl")) << text.toStdString();
+            if (action->shortcutContext() == Qt::WindowShortcut) {
+                EXPECT_TRUE(seen.insert(text).second) << text.toStdString();
+            }
+        }
+    EXPECT_TRUE(seen.count("F6"));
+}
+
+TEST_F(MainWindowTest, PlaceOfAScreenIsRememberedAndBroughtBackInside) {
+    choose("HizliOgrenciKayit");
+    auto* frame = qobject_cast<QMdiSubWindow*>(screen("hizli_ogrenci_kayit")->parentWidget());
+    frame->setGeometry(300, 200, 640, 330);
+    frame->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    choose("HizliOgrenciKayit");
+    frame = qobject_cast<QMdiSubWindow*>(screen("hizli_ogrenci_kayit")->parentWidget());
+    EXPECT_EQ(frame->geometry(), QRect(300, 200, 640, 330));
+    frame->move(900, 600);
+    frame->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    choose("HizliOgrenciKayit");
+    frame = qobject_cast<QMdiSubWindow*>(screen("hizli_ogrenci_kayit")->parentWidget());
+    EXPECT_TRUE(find<QMdiArea>(*window, "calismaAlani")->rect().contains(frame->geometry()));
+}
+
+} // namespace
+} // namespace orvan_test

@@ -75,9 +75,9 @@ std::string canonical(const Cell& cell, const jet::FieldDef& field, Detail detai
         return shown.empty() ? "null" : shown;
     }
     switch (field.type) {
-    case Type::Single: return printed("%.7g", static_cast<float>(std::strtod(cell.text.c_str(), nullptr)));
-    case Type::Double: return printed("%.15g", std::strtod(cell.text.c_str(), nullptr));
-    case Type::Numeric: return printed("%.15g", std::strtod(cell.text.c_str(), nullptr));
+    case Type::Single: return printed("%.8g", static_cast<float>(std::strtod(cell.text.c_str(), nullptr)));
+    case Type::Double: return printed("%.16g", std::strtod(cell.text.c_str(), nullptr));
+    case Type::Numeric: return printed("%.16g", std::strtod(cell.text.c_str(), nullptr));
     case Type::Date: return cell.text.size() == 10 ? cell.text + " 00:00:00" : cell.text;
     case Type::Guid: return guidText(cell.text);
     default: return field.isText() ? "'" + cell.text + "'" : cell.text;

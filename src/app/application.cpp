@@ -4,11 +4,13 @@
 #include "core/general_error.h"
 #include "core/structure_check.h"
 
+#include <algorithm>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QStandardPaths>
+#include <QStyle>
 
 namespace orvan {
 
@@ -17,13 +19,34 @@ namespace {
 // Dates are dd.MM.yyyy, decimals have a comma, whatever the computer is set to.
 void setTurkishFormats() { QLocale::setDefault(QLocale(QLocale::Turkish, QLocale::Turkey)); }
 
+// A screen without a desktop (VNC) has no style of its own; Qt's oldest one would be used.
+void takeReadableStyle() {
+    const bool isOldest =
+        QApplication::style()->name().compare(QLatin1String("windows"), Qt::CaseInsensitive) == 0;
+    if (isOldest) QApplication::setStyle(QStringLiteral("Fusion"));
+}
+
+// Pictures need no display.
+bool takesShots(int argc, char** argv) {
+    return std::any_of(argv, argv + argc,
+                       [](const char* word) { return QByteArray(word).startsWith("--shots"); });
+}
+
 } // namespace
+
+void chooseScreen(int argc, char** argv) {
+    const bool hasDisplay =
+        !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    if (!hasDisplay && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && takesShots(argc, argv))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+}
 
 Application::Application(int& argc, char** argv, Dialogs& dialogs)
     : QApplication(argc, argv), dialogs_(dialogs) {
     setApplicationName(QStringLiteral("orvan"));
     setApplicationVersion(releaseText(thisRelease()));
     setTurkishFormats();
+    takeReadableStyle();
     const QString texts = QStringLiteral("qtbase_tr");
     if (qtTexts_.load(texts, applicationDirPath() + QStringLiteral("/translations")) ||
         qtTexts_.load(texts, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

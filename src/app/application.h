@@ -28,6 +28,9 @@ class Application : public QApplication {
     std::unique_ptr<QLockFile> running_;
 };
 
+// Before the Application is made: a run for pictures only needs no display.
+void chooseScreen(int argc, char** argv);
+
 // Where the screens' places and column widths of this computer's user are kept.
 QString memoryFile();
 

@@ -46,7 +46,7 @@ int runForPerson(Application& app, MDIFormORVAN& window, const Arguments& argume
                         Icon::Critical);
         return 1;
     }
-    window.show();
+    window.showInPlace();
     if (!window.beginSession()) return 0;
     return QApplication::exec();
 }
@@ -63,6 +63,7 @@ int runShots(MDIFormORVAN& window, const Program& program, const QString& folder
 }
 
 int run(int argc, char** argv) {
+    chooseScreen(argc, argv);
     QtDialogs dialogs;
     Application app(argc, argv, dialogs);
     const Arguments arguments = parseArguments(app);

@@ -4,7 +4,6 @@
 //   that has not changed leaves Esc to the window. Ctrl+Z: undoes typing, then the whole unsaved record.
 #pragma once
 
-#include <map>
 #include <QWidget>
 #include <span>
 #include <vector>

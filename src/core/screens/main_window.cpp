@@ -54,13 +54,19 @@ MDIFormORVAN::MDIFormORVAN(const Program& program, QWidget* parent)
     buildMenus();
     buildStatusBar();
     resize(1024, 700);
-    restoreGeometry(program_.memory.value(kWindowPlace).toByteArray());
     menuBar()->setEnabled(false);
     toolbar_->setEnabled(false);
     showState();
 }
 
 MDIFormORVAN::~MDIFormORVAN() = default;
+
+void MDIFormORVAN::showInPlace() {
+    if (restoreGeometry(program_.memory.value(kWindowPlace).toByteArray()))
+        show();
+    else
+        showMaximized();
+}
 
 bool MDIFormORVAN::beginSession() {
     LoginDialog login(program_.folder, program_.session, program_.dialogs, program_.memory, this);

@@ -36,6 +36,8 @@ class MDIFormORVAN : public QMainWindow, public Shell {
     explicit MDIFormORVAN(const Program& program, QWidget* parent = nullptr);
     ~MDIFormORVAN() override;
 
+    // Shows the window where it was last time on this computer; at first over the whole screen.
+    void showInPlace();
     // Asks the user in and opens the databases. False: the program is to end.
     bool beginSession();
     // The databases are open for session.user: menus come alive.

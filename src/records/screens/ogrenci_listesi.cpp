@@ -73,9 +73,11 @@ void ogrenci_listesi::load() {
     for (const StudentListRow& student : studentList(databases_.level().sql()))
         rows.push_back(rowOf(student));
     const Session& session = databases_.session();
-    grid_->setNotes({session.schoolName, QStringLiteral("%1 - %2 - %3")
-                                             .arg(levelText(session.level), dataSetCaption(session.mode),
-                                                  dateText(clock_.today()))});
+    QStringList notes{
+        QStringLiteral("%1 - %2 - %3")
+            .arg(levelText(session.level), dataSetCaption(session.mode), dateText(clock_.today()))};
+    if (!session.schoolName.isEmpty()) notes.prepend(session.schoolName);
+    grid_->setNotes(notes);
     grid_->setRows(std::move(rows));
 }
 

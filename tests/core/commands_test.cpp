@@ -4,6 +4,7 @@
 
 #include "core/general_error.h"
 #include "core/users.h"
+#include "support/declining_dialogs.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_centre.h"
 
@@ -101,26 +102,14 @@ TEST_F(CommandsTest, LevelsAndDataSetsReconnect) {
 TEST_F(CommandsTest, FailingSwitchKeepsTheOldState) {
     QFile::remove(centre.path("\\Mdx\\Ogrenci.MDX"));
     centre.session.schoolYear = "2008-2009";
-    struct Accepting final : Dialogs {
+    struct Accepting final : orvan_test::DecliningDialogs {
         QString text;
         void message(const QString&, const QString&, Icon) override {}
-        Answer askYesNo(const QString&, const QString&, Answer) override { return Answer::No; }
         bool askOkCancel(const QString& given, const QString& title, Icon) override {
             EXPECT_EQ(title, "Genel HATA");
             text = given;
             return true;
         }
-        std::optional<QString> inputText(const QString&, const QString&, const QString&, InputKind) override {
-            return {};
-        }
-        std::optional<QString> chooseFile(const QString&, const QString&, const QString&) override {
-            return {};
-        }
-        std::optional<QString> chooseSaveFile(const QString&, const QString&, const QString&) override {
-            return {};
-        }
-        std::optional<QString> chooseFolder(const QString&, const QString&) override { return {}; }
-        std::unique_ptr<Progress> beginProgress(const QString&, int) override { return nullptr; }
     } accepting;
     CommandDispatcher own(screens, centre.databases, accepting, shell);
     own.onCommand("MezunlarArsiv");

@@ -3,6 +3,7 @@
 #include "core/structure_check.h"
 
 #include "core/ini_file.h"
+#include "support/declining_dialogs.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_centre.h"
 
@@ -151,24 +152,9 @@ TEST(StructureCheck, FileThatCannotBeUpgradedIsNamedAndTheStampWaits) {
     damaged.write("bozuk");
     damaged.close();
     makeOldLevelFile(centre, "\\Data\\MUST2004.MDB");
-    struct Listener final : orvan::Dialogs {
+    struct Listener final : orvan_test::DecliningDialogs {
         QString told;
         void message(const QString& text, const QString&, Icon) override { told = text; }
-        Answer askYesNo(const QString&, const QString&, Answer) override { return Answer::No; }
-        bool askOkCancel(const QString&, const QString&, Icon) override { return false; }
-        std::optional<QString> inputText(const QString&, const QString&, const QString&, InputKind) override {
-            return {};
-        }
-        std::optional<QString> chooseFile(const QString&, const QString&, const QString&) override {
-            return {};
-        }
-        std::optional<QString> chooseSaveFile(const QString&, const QString&, const QString&) override {
-            return {};
-        }
-        std::optional<QString> chooseFolder(const QString&, const QString&) override { return {}; }
-        std::unique_ptr<Progress> beginProgress(const QString& title, int total) override {
-            return orvan_test::ScriptedDialogs().beginProgress(title, total);
-        }
     } dialogs;
     checkStructure(centre.folder, centre.session, allTables(), dialogs);
     EXPECT_TRUE(dialogs.told.contains("AKAL2004.MDB")) << dialogs.told.toStdString();

@@ -3,6 +3,7 @@
 
 #include "core/users.h"
 #include "records/student_list.h"
+#include "support/declining_dialogs.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_centre.h"
 
@@ -139,7 +140,7 @@ TEST_F(QuickRegistrationTest, RegistrationNumberAloneTakenKeepsTheStudentNumber)
 
 // Between the question and the write the other station strikes again.
 TEST_F(QuickRegistrationTest, AnswerIsCheckedOnceMore) {
-    struct OtherStation final : Dialogs {
+    struct OtherStation final : orvan_test::DecliningDialogs {
         explicit OtherStation(TestCentre& given) : centre(given) {}
         TestCentre& centre;
         int asked = 0;
@@ -148,21 +149,6 @@ TEST_F(QuickRegistrationTest, AnswerIsCheckedOnceMore) {
             if (asked <= 2) centre.addStudent(QString("11010000%1").arg(asked + 1), asked + 1, "1101");
             return Answer::Yes;
         }
-        void message(const QString& text, const QString&, Icon) override {
-            ADD_FAILURE() << text.toStdString();
-        }
-        bool askOkCancel(const QString&, const QString&, Icon) override { return false; }
-        std::optional<QString> inputText(const QString&, const QString&, const QString&, InputKind) override {
-            return {};
-        }
-        std::optional<QString> chooseFile(const QString&, const QString&, const QString&) override {
-            return {};
-        }
-        std::optional<QString> chooseSaveFile(const QString&, const QString&, const QString&) override {
-            return {};
-        }
-        std::optional<QString> chooseFolder(const QString&, const QString&) override { return {}; }
-        std::unique_ptr<Progress> beginProgress(const QString&, int) override { return nullptr; }
     } station(centre);
     QuickRegistration contested(centre.databases, station, clock);
     QuickForm mine = contested.propose({"1101", 4, ""});
@@ -208,8 +194,8 @@ TEST_F(QuickRegistrationTest, ListIsInTurkishOrderWithProfessionNames) {
     int registration = 0;
     for (const char* name : names) {
         ++registration;
-        centre.addStudent(QString("11010000%1").arg(registration), registration, registration % 2 ? "1101" : "9999",
-                          name);
+        centre.addStudent(QString("11010000%1").arg(registration), registration,
+                          registration % 2 ? "1101" : "9999", name);
     }
     QStringList listed;
     for (const StudentListRow& row : studentList(centre.level()))

@@ -1,6 +1,7 @@
 // jet/sql/virtual_cursor.cpp — walks a table for SQLite: bounds out of arguments, fields out of rows.
 #include "jet/sql/virtual_table.h"
 
+#include "jet/index/sort_key.h"
 #include "jet/sql/date_text.h"
 
 #include <cmath>
@@ -75,6 +76,8 @@ Bound boundOf(const FieldDef& field, sqlite3_value* argument, Side side, bool in
     if (field.isText()) {
         const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(argument));
         const auto size = static_cast<size_t>(sqlite3_value_bytes(argument));
+        if (!canMakeTextKey({text ? text : "", size}, field.sortOrder))
+            return {Found::Open}; // no key: compare
         return {Found::Use, Value(std::string_view(text ? text : "", size)), inclusive};
     }
     // A text that reads as a number compares as one, any other is above all numbers.
@@ -99,7 +102,12 @@ bool makeRange(const TableDef& def, const IndexDef& index, const Plan& plan, sql
         }
         const Bound bound = boundOf(def.fields[index.fields[static_cast<size_t>(i)].field], arguments[next++],
                                     Side::Equal, true);
-        if (bound.found != Found::Use) return false;
+        if (bound.found == Found::Nothing) return false;
+        if (bound.found == Found::Open) { // every entry under the fields before it; SQLite tests each row
+            range.upper = range.lower;
+            range.backwards = plan.backwards;
+            return true;
+        }
         range.lower.push_back(bound.value);
     }
     range.upper = range.lower;

@@ -67,6 +67,27 @@ TEST_F(Explain, NamesTheIndex) {
         EXPECT_EQ(session_->explain(c.sql), c.expected) << c.sql;
 }
 
+// A character whose place in the order is not known has no key; the search compares instead and finds what is
+// there.
+TEST_F(Explain, ASearchForATextWithoutAKeyIsNoError) {
+    const struct {
+        const char* where;
+        size_t rows;
+    } cases[] = {
+        {"Ogr_Numarasi = '中'", 0},
+        {"Ogr_Numarasi IN ('中', '1007')", 1},
+        {"Ogr_Numarasi > '中'", 0},
+        {"Ogr_Numarasi < '中'", 500},
+        {"Ogr_Sinif = '3' AND Ogr_Numarasi BETWEEN '1' AND '中'", 25},
+        {"Ogr_Sinif = '😀' AND Kayit > 5", 0},
+    };
+    for (const auto& c : cases) {
+        const std::string sql = std::string("SELECT * FROM OgrenciBilgisi WHERE ") + c.where;
+        EXPECT_NE(session_->explain(sql).find("ile arama"), std::string::npos) << sql;
+        EXPECT_EQ(session_->query(sql).rowCount(), c.rows) << sql;
+    }
+}
+
 TEST_F(Explain, ASessionOnAGeneralFileComparesByThatOrder) {
     jet::CreateOptions options;
     options.sortOrder = jet::kGeneralSort;

@@ -3,6 +3,7 @@
 #include "jet/table/index_cursor.h"
 
 #include "jet/index/key.h"
+#include "jet/index/sort_key.h"
 
 #include <algorithm>
 #include <cstring>
@@ -16,7 +17,8 @@ constexpr size_t kMaxEntriesPerPage = 4096;
 
 int compare(const Bytes& a, const Bytes& b) {
     const size_t common = std::min(a.size(), b.size());
-    const int order = common == 0 ? 0 : std::memcmp(a.data(), b.data(), common); // an empty one may have no bytes
+    const int order =
+        common == 0 ? 0 : std::memcmp(a.data(), b.data(), common); // an empty one may have no bytes
     return order != 0 ? order : (a.size() < b.size() ? -1 : a.size() > b.size());
 }
 
@@ -50,6 +52,15 @@ void IndexCursor::appendPrefix(std::span<const Value> values, Bytes& key, std::v
         appendKeyPart(field, part.descending, convertTo(field, values[i]), key);
         if (ends) ends->push_back(key.size());
     }
+}
+
+bool IndexCursor::storable(std::span<const Value> keys) const {
+    for (size_t i = 0; i < std::min(keys.size(), index_->fields.size()); ++i) {
+        const FieldDef& field = def_->fields[index_->fields[i].field];
+        const std::string* text = keys[i].get<std::string>();
+        if (text && field.isText() && !canMakeTextKey(*text, field.sortOrder)) return false;
+    }
+    return true;
 }
 
 void IndexCursor::rowKey(std::span<const Value> values, Bytes& key) const {
@@ -148,6 +159,7 @@ bool IndexCursor::seek(SeekOp op, std::span<const Value> keys) {
     clearBounds();
     steps_ = 0;
     scratch_.clear();
+    if (op == SeekOp::Equal && !storable(keys)) return false;
     appendPrefix(keys, scratch_);
     const bool past = op == SeekOp::Greater || op == SeekOp::LessOrEqual;
     const Bytes wanted = scratch_;

@@ -41,6 +41,8 @@ class IndexCursor {
     void appendPrefix(std::span<const Value> values, Bytes& key, std::vector<size_t>* ends = nullptr) const;
     bool differOnDescendingField() const;
     void requireKeys() const;
+    // False for a text with a character of unknown place: no row of this index can hold it.
+    bool storable(std::span<const Value> keys) const;
     bool take(bool found); // reads the entry at at_ and holds it against the bounds
     bool restore(bool& exact);
     void countSteps();

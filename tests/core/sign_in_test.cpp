@@ -46,6 +46,7 @@ TEST_F(SignInTest, EveryTypedPair) {
         {"şifresiz", "", noPassword},
         {"Işil", "Gizli1", badName},
         {"' OR '1'='1", "x", badName},
+        {"中文😀", "x", badName},
         {"Işıl", "gizli1", badPassword},
         {"Işıl", "Gizli", badPassword},
         {"şifresiz", "x", badPassword},

@@ -159,6 +159,7 @@ bool IndexCursor::seek(SeekOp op, std::span<const Value> keys) {
     clearBounds();
     steps_ = 0;
     scratch_.clear();
+    requireKeys();
     if (op == SeekOp::Equal && !storable(keys)) return false;
     appendPrefix(keys, scratch_);
     const bool past = op == SeekOp::Greater || op == SeekOp::LessOrEqual;

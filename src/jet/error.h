@@ -12,8 +12,8 @@ namespace jet {
 
 // DAO's numbers; the rules of the program test them, so they are never renumbered.
 enum class Err : int {
-    Overflow = 6,            // of a number, in an expression
-    DivisionByZero = 11,     // in an expression
+    Overflow = 6,        // of a number, in an expression
+    DivisionByZero = 11, // in an expression
     NoCurrentRecord = 3021,
     UpdateWithoutEdit = 3020,
     DuplicateKey = 3022,
@@ -34,7 +34,7 @@ enum class Err : int {
     TooFewParameters = 3061,
     Syntax = 3075,
     TypeMismatchInQuery = 3464,
-    AmbiguousName = 3079,    // a field that more than one table of the query has
+    AmbiguousName = 3079, // a field that more than one table of the query has
     NoSuchFunction = 3085,
     NoSuchTable = 3078,
     FieldTooLong = 3163,

@@ -34,22 +34,14 @@ TEST_F(SignInTest, EveryTypedPair) {
         const char* refusal; // nullptr = accepted
     };
     const Case cases[] = {
-        {"Işıl", "Gizli1", nullptr},
-        {"Işıl", "Gizli1   ", nullptr},
-        {" Işıl ", "Gizli1", nullptr},
-        {"boşluklu", "şifre", nullptr},
-        {"O'Hara", "a'b", nullptr},
-        {"", "Gizli1", noName},
-        {"   ", "x", noName},
-        {"", "", noName},
-        {"Işıl", "", noPassword},
-        {"şifresiz", "", noPassword},
-        {"Işil", "Gizli1", badName},
-        {"' OR '1'='1", "x", badName},
-        {"中文😀", "x", badName},
-        {"Işıl", "gizli1", badPassword},
-        {"Işıl", "Gizli", badPassword},
-        {"şifresiz", "x", badPassword},
+        {"Işıl", "Gizli1", nullptr},    {"Işıl", "Gizli1   ", nullptr},
+        {" Işıl ", "Gizli1", nullptr},  {"boşluklu", "şifre", nullptr},
+        {"O'Hara", "a'b", nullptr},     {"", "Gizli1", noName},
+        {"   ", "x", noName},           {"", "", noName},
+        {"Işıl", "", noPassword},       {"şifresiz", "", noPassword},
+        {"Işil", "Gizli1", badName},    {"' OR '1'='1", "x", badName},
+        {"中文😀", "x", badName},        {"Işıl", "gizli1", badPassword},
+        {"Işıl", "Gizli", badPassword}, {"şifresiz", "x", badPassword},
     };
     for (const Case& c : cases) {
         const SignInResult result = checkSignIn(constants(), c.name, c.password);

@@ -17,8 +17,7 @@ TreeStep chooseChild(const IndexPage& node, std::span<const uint8_t> target) {
     const size_t at = node.lowerBound(target);
     if (at < node.used()) return {node.number(), at, false, false};
     if (node.tail() != 0) return {node.number(), at, true, false};
-    if (node.empty())
-        throw Error(Err::Corrupt, "Dizin düğümünün hiç alt sayfası yok.").onPage(node.number());
+    if (node.empty()) throw Error(Err::Corrupt, "Dizin düğümünün hiç alt sayfası yok.").onPage(node.number());
     return {node.number(), node.lastStart(), false, true};
 }
 

@@ -48,6 +48,7 @@ class Database {
     const Layout& layout() const;
     bool readOnly() const;
     const std::string& readOnlyReason() const; // Turkish sentence; empty when writable
+    void requireWritable() const;              // Err::ReadOnly with that sentence
 
     // --- tables
     std::vector<std::string> tableNames(TableKinds kinds = TableKinds::User); // by name

@@ -148,6 +148,7 @@ ResultSet SqlSession::query(std::string_view text, std::span<const Value> parame
 
 size_t SqlSession::execute(std::string_view text, std::span<const Value> parameters) {
     auto parsed = impl_->parseUnlessKnown(text);
+    impl_->database.requireWritable();
     WriteScope scope(impl_->database.pages());
     CompiledStatement& compiled = impl_->statement(text, parsed);
     impl_->context.now = impl_->clock();

@@ -92,6 +92,14 @@ const DatabaseHeader& Database::header() const { return impl_->header(); }
 const Layout& Database::layout() const { return impl_->layout(); }
 bool Database::readOnly() const { return !impl_->readOnlyReason().empty(); }
 const std::string& Database::readOnlyReason() const { return impl_->readOnlyReason(); }
+void Database::requireWritable() const {
+    try {
+        impl_->requireWritable();
+    } catch (Error& error) {
+        error.inFile(pathText(path()));
+        throw;
+    }
+}
 PageFile& Database::pages() { return impl_->pages(); }
 PageAllocator& Database::allocator() { return impl_->allocator(); }
 
@@ -146,7 +154,10 @@ void Database::changePassword(std::string_view current, const std::string& wante
     impl_->setPassword(wanted);
 }
 
-WriteBatch::WriteBatch(Database& database) : file_(&database.pages()) { file_->beginWrite(); }
+WriteBatch::WriteBatch(Database& database) : file_(&database.pages()) {
+    database.requireWritable();
+    file_->beginWrite();
+}
 
 WriteBatch::~WriteBatch() {
     if (done_) return;

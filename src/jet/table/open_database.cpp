@@ -40,8 +40,7 @@ bool OpenDatabase::writable(std::string& reason) const {
 }
 
 void OpenDatabase::requireWritable() const {
-    if (!readOnlyReason_.empty())
-        throw Error(layout().version == 3 ? Err::OlderFormat : Err::ReadOnly, readOnlyReason_);
+    if (!readOnlyReason_.empty()) throw Error(Err::ReadOnly, readOnlyReason_);
 }
 
 // Local time, as Access stamps its rows.

@@ -32,7 +32,7 @@ class OpenDatabase : public TableSource {
         header_.password = std::move(password);
     } // after page 0 was changed
     const std::string& readOnlyReason() const { return readOnlyReason_; }
-    void requireWritable() const; // Err::ReadOnly or, for Jet 3, Err::OlderFormat, with the reason
+    void requireWritable() const; // Err::ReadOnly with the reason
 
     // Names as the file has them now. REQUIRES: inside a read or write scope.
     Catalog& catalog();

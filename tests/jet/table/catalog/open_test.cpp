@@ -127,7 +127,7 @@ TEST_F(Open, Jet3FilesAreReadOnlyWithAReason) {
     EXPECT_FALSE(database->readOnlyReason().empty());
     EXPECT_EQ(database->tableNames(), (std::vector<std::string>{"Table1", "Table2", "Table3", "Table4"}));
     EXPECT_EQ(rowsOf(*database, "Table1").size(), 2u);
-    EXPECT_EQ(errorOf([&] { database->createTable("X", {field("A", jet::Type::Long)}); }), 3041);
+    EXPECT_EQ(errorOf([&] { database->createTable("X", {field("A", jet::Type::Long)}); }), 3027);
     EXPECT_NE(errorOf([&] { jet::WriteBatch batch(*database); }), 0);
     database.reset();
     EXPECT_TRUE(bytesOf(path) == before);

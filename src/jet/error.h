@@ -23,7 +23,8 @@ enum class Err : int {
     InvalidPassword = 3031,
     ObjectExists = 3012,
     TableExists = 3010,
-    OlderFormat = 3041, // opened read only, or a Jet 3 file was asked to be written
+    OlderFormat =
+        3041, // the encoders were asked for a Jet 3 form; files of it are refused earlier, with ReadOnly
     PathNotValid = 3044,
     FileInUse = 3045,
     RecordTooLarge = 3047,

@@ -18,6 +18,10 @@ if(ORVAN_SANITIZE)
     target_link_options(orvan_options INTERFACE -fsanitize=${ORVAN_SANITIZE})
 endif()
 
+if(ORVAN_FUZZ) # coverage for libFuzzer in everything that the targets link
+    target_compile_options(orvan_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # orvan_library(NAME SOURCES a.cpp b.cpp LINK other...): a static library of one folder.
 # Files that include Qt's moc macros are found by themselves when a Qt library is linked (QT flag).
 function(orvan_library name)

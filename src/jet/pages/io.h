@@ -34,6 +34,8 @@ class IoFile {
     // True when another handle holds a lock that stands against an exclusive lock on the range.
     // REQUIRES: this handle holds no lock in the range.
     virtual bool lockedByOther(uint64_t offset, uint64_t length) = 0;
+    // Differs from an earlier answer when the bytes were changed by anybody since; may differ without that.
+    virtual uint64_t changeStamp() = 0;
     // True while the path still names this very file (it may have been deleted or replaced meanwhile).
     virtual bool isStillAt(const std::filesystem::path& path) = 0;
 };

@@ -83,6 +83,11 @@ class MemoryFile final : public IoFile {
         return conflict(offset, length, LockKind::Exclusive);
     }
 
+    uint64_t changeStamp() override {
+        const std::lock_guard guard(io_.mutex_);
+        return content_->changes;
+    }
+
     bool isStillAt(const fs::path& path) override {
         const std::lock_guard guard(io_.mutex_);
         const auto found = io_.names_.find(path);
@@ -95,6 +100,7 @@ class MemoryFile final : public IoFile {
     }
     void change(MemoryIo::Change made) {
         MemoryIo::apply(content_->live, made);
+        ++content_->changes;
         content_->unsynced.push_back(std::move(made));
     }
     bool conflict(uint64_t offset, uint64_t length, LockKind kind) const {
@@ -207,6 +213,7 @@ void MemoryIo::patch(const fs::path& path, uint64_t offset, std::span<const uint
     if (found == names_.end()) throwIoError(Err::FileNotFound, IoAction::Write, path, "");
     Change change{offset, {bytes.begin(), bytes.end()}, false};
     apply(found->second->live, change);
+    ++found->second->changes;
     found->second->unsynced.push_back(std::move(change));
 }
 

@@ -67,6 +67,7 @@ class MemoryIo final : public Io {
     struct Content {
         std::vector<uint8_t> live, durable;
         std::vector<Change> unsynced;
+        uint64_t changes = 0; // ever made
         std::vector<Lock> locks;
     };
     using Names = std::map<std::filesystem::path, std::shared_ptr<Content>>;

@@ -105,6 +105,13 @@ class PosixFile final : public IoFile {
         return lock.l_type != F_UNLCK;
     }
 
+    uint64_t changeStamp() override {
+        const struct stat now = status();
+        const auto seconds = static_cast<uint64_t>(now.st_mtim.tv_sec);
+        return (seconds * 1'000'000'000 + static_cast<uint64_t>(now.st_mtim.tv_nsec)) ^
+               static_cast<uint64_t>(now.st_size) << 32;
+    }
+
     bool isStillAt(const fs::path& path) override {
         struct stat there {};
         if (::stat(path.c_str(), &there) != 0) return false;

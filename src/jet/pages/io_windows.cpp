@@ -153,6 +153,13 @@ class WindowsFile final : public IoFile {
         return false;
     }
 
+    uint64_t changeStamp() override {
+        FILETIME written{};
+        if (!GetFileTime(handle_, nullptr, nullptr, &written)) fail(IoAction::Read, path_);
+        const uint64_t time = uint64_t{written.dwHighDateTime} << 32 | written.dwLowDateTime;
+        return time ^ size() << 32;
+    }
+
     bool isStillAt(const fs::path& path) override {
         const HANDLE there = CreateFileW(path.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
         if (there == INVALID_HANDLE_VALUE) return false;

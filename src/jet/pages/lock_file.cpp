@@ -122,9 +122,9 @@ LockFile::Opened LockFile::openReading() {
 
 void LockFile::takeSlot() {
     for (slot_ = 0; slot_ < ldb::kMaxUsers; ++slot_) {
-        if (!file_->tryLock(ldb::kUserLock + slot_, 1, LockKind::Exclusive)) continue;
-        writeEntry();
-        return;
+        if (!file_->tryLock(ldb::kOwnUserLock + slot_, 1, LockKind::Exclusive)) continue;
+        if (file_->tryLock(ldb::kUserLock + slot_, 1, LockKind::Exclusive)) return writeEntry();
+        file_->unlock(ldb::kOwnUserLock + slot_, 1);
     }
     file_.reset();
     membership_ = Membership::Alone;
@@ -159,7 +159,8 @@ void LockFile::leave() noexcept {
                 mine = file_->tryLock(ldb::kMutexByte, 1, LockKind::Exclusive);
             if (mine) {
                 file_->unlock(ldb::kPresentByte, 1);
-                if (file_->tryLock(ldb::kPresentByte, 1, LockKind::Exclusive) && file_->isStillAt(path_))
+                if (file_->tryLock(ldb::kPresentByte, 1, LockKind::Exclusive) && !foreignHere() &&
+                    file_->isStillAt(path_))
                     io_.remove(path_);
             }
         }
@@ -182,13 +183,35 @@ std::string LockFile::readEntry(size_t slot) {
 std::vector<std::string> LockFile::users(Whom whom) {
     std::vector<std::string> found;
     if (!file_) return found;
-    const auto entries = std::min<uint64_t>(ldb::kMaxUsers, file_->size() / ldb::kEntryBytes);
-    for (size_t slot = 0; slot < entries; ++slot) {
+    for (size_t slot = 0, end = entries(); slot < end; ++slot) {
         const bool ours = membership_ == Membership::Joined && slot == slot_;
         if (ours ? whom == Whom::Others : !file_->lockedByOther(ldb::kUserLock + slot, 1)) continue;
         found.push_back(readEntry(slot));
     }
     return found;
+}
+
+uint64_t LockFile::entries() { return std::min<uint64_t>(ldb::kMaxUsers, file_->size() / ldb::kEntryBytes); }
+
+bool LockFile::foreignHere() {
+    if (!file_ || !lockedByOther(ldb::kForeignBegin, ldb::kForeignEnd)) return false;
+    const uint64_t known = ldb::kUserLock + entries();
+    if (lockedByOther(ldb::kForeignBegin, ldb::kUserLock) || lockedByOther(known, ldb::kForeignEnd))
+        return true;
+    for (uint64_t lock = ldb::kUserLock; lock < known; ++lock)
+        if (lockedByOther(lock, lock + 1) &&
+            !file_->lockedByOther(lock - ldb::kUserLock + ldb::kOwnUserLock, 1))
+            return true;
+    return false;
+}
+
+bool LockFile::lockedByOther(uint64_t begin, uint64_t end) {
+    const auto locked = [this](uint64_t from, uint64_t to) {
+        return from < to && file_->lockedByOther(from, to - from);
+    };
+    const uint64_t own = ldb::kUserLock + slot_;
+    if (membership_ != Membership::Joined || own < begin || own >= end) return locked(begin, end);
+    return locked(begin, own) || locked(own + 1, end);
 }
 
 } // namespace jet

@@ -23,6 +23,10 @@ inline constexpr uint64_t kWriterByte = 0x20000001;  // the one writer
 inline constexpr uint64_t kPendingByte = 0x20000002; // a writer waits for the readers to end
 inline constexpr uint64_t kSharedByte = 0x20000003;  // readers share it, a commit excludes them
 inline constexpr uint64_t kPresentByte = 0x20000004; // shared by everybody who has the file open
+inline constexpr uint64_t kOwnUserLock = 0x20000100; // + slot: tells that the user of the slot is one of us
+// Every lock in here that is not the user lock of one of us is a foreign engine's. Only the place of the user
+// locks is known of Jet's own; that its other locks lie in the same range is an assumption.
+inline constexpr uint64_t kForeignBegin = 0x10000000, kForeignEnd = 0x20000000;
 } // namespace ldb
 
 // Joined: entry and all locks. Listening: the .ldb may only be read: shared locks, no entry. Alone: no .ldb
@@ -51,6 +55,9 @@ class LockFile {
 
     enum class Whom { All, Others };
     std::vector<std::string> users(Whom whom); // "COMPUTER user" of those whose lock is held now
+    // Whether an engine that does not follow our protocol has the file open. May say so for a moment when
+    // one of us looks at the same time, on systems that can only try a lock.
+    bool foreignHere();
 
   private:
     enum class Opened { Yes, TryAgain };
@@ -61,6 +68,8 @@ class LockFile {
     void takeSlot();
     void writeEntry();
     std::string readEntry(size_t slot);
+    bool lockedByOther(uint64_t begin, uint64_t end); // our own user lock left aside
+    uint64_t entries();
 
     Io& io_;
     std::filesystem::path database_;

@@ -15,7 +15,10 @@ namespace {
 constexpr char kBeingWritten[] = "Dosyaya şu anda başka bir kullanıcı yazıyor";
 constexpr char kBeingRead[] =
     "Dosya şu anda başka bir kullanıcı tarafından okunuyor, değişiklikler yazılamadı";
+constexpr char kForeign[] =
+    "Dosya başka bir programda (örneğin Access'te) açık; orada kapatılana kadar yazılamaz";
 constexpr uint64_t kLookMs = 500;
+constexpr int kForeignLooks = 3, kForeignPauseMs = 5; // one of us who looks at the same time is gone by then
 } // namespace
 
 void LockProtocol::lockShared() {
@@ -65,6 +68,19 @@ void LockProtocol::lockWriter() {
         if (!wait.again()) throwLocked(kBeingWritten);
     }
     writer_ = true;
+    try {
+        refuseForeign();
+    } catch (...) {
+        unlockWriter();
+        throw;
+    }
+}
+
+void LockProtocol::refuseForeign() {
+    for (int look = 1; file_.foreignHere(); ++look) {
+        if (look == kForeignLooks) throwLocked(kForeign);
+        io_.sleepMilliseconds(kForeignPauseMs);
+    }
 }
 
 void LockProtocol::unlockWriter() noexcept {
@@ -75,6 +91,7 @@ void LockProtocol::unlockWriter() noexcept {
 
 void LockProtocol::lockExclusive() {
     assert(writer_ && level_ != Level::Exclusive);
+    refuseForeign(); // may have come since the write began
     lockWaiting(ldb::kPendingByte, LockKind::Exclusive, kBeingRead);
     if (level_ == Level::Shared) unlock(ldb::kSharedByte);
     try {
@@ -130,14 +147,17 @@ void LockProtocol::refresh(Look look) {
     const uint64_t now = io_.tickMilliseconds();
     if (!alone && look == Look::NowAndThen && now < nextLook_) return;
     nextLook_ = now + kLookMs;
+    looked_ = true;
+    foreign_ = file_.foreignHere();
+    unsure_ = unsure_ || foreign_;
     if (alone ? !file_.appeared() : !file_.isLost()) return;
     if (writer_) // somebody deleted the .ldb under a running write
         throw Error(Err::LockFailed, "Kilit dosyası silindiği için işlem durduruldu.")
             .inFile(pathText(file_.path()));
-    rejoined_ = rejoined_ || !alone;
+    unsure_ = unsure_ || !alone;
     file_.leave();
     file_.join();
-    rejoined_ = rejoined_ || file_.membership() != Membership::Alone;
+    unsure_ = unsure_ || file_.membership() != Membership::Alone;
 }
 
 void LockProtocol::lockWaiting(uint64_t byte, LockKind kind, const char* what) {

@@ -43,19 +43,25 @@ class LockProtocol {
     void lockExclusive();
     void unlockExclusive(Level next) noexcept; // next: None or Shared
 
-    // True once after the .ldb had to be joined anew: counters read before mean nothing any more.
-    bool takeRejoined() { return std::exchange(rejoined_, false); }
+    // True once after the .ldb had to be joined anew, and at every read while a foreign engine has the file
+    // open: counters read before mean nothing then.
+    bool takeUnsure() { return std::exchange(unsure_, foreign_); }
+    // True once after each look (at every write, now and then at a read): time for the caller's own.
+    bool takeLooked() { return std::exchange(looked_, false); }
 
     // The change counter. Read it under SHARED, move it under EXCLUSIVE.
     uint64_t counter();
     uint64_t moveCounter(); // returns the new value
+
+    // Err::LockedByOther while a foreign engine has the file open: it would not see our locks.
+    void refuseForeign();
 
     [[noreturn]] void throwLocked(const char* what); // "what" is a Turkish sentence without its full stop
 
   private:
     bool tryShared();
     enum class Look { Always, NowAndThen };
-    void refresh(Look look); // joins again when the .ldb is gone or (Alone) has come
+    void refresh(Look look); // joins again when the .ldb is gone or (Alone) has come; foreign engines
     void lockWaiting(uint64_t byte, LockKind kind, const char* what);
     void unlock(uint64_t byte) noexcept;
 
@@ -65,7 +71,9 @@ class LockProtocol {
     uint64_t nextLook_ = 0; // tick of the next look whether the .ldb is still there
     Level level_ = Level::None;
     bool writer_ = false;
-    bool rejoined_ = false;
+    bool unsure_ = false;
+    bool looked_ = false;
+    bool foreign_ = false; // at the last look
 };
 
 } // namespace jet

@@ -9,8 +9,8 @@
 // Invariants (assertState() is the same in code)
 //   1. Reading is allowed exactly in states other than Idle; then SHARED (or EXCLUSIVE) is held, unless we
 //   are Alone.
-//   2. WRITER is held exactly in Writing and Committing. EXCLUSIVE is held only inside commitWrite() and
-//   recover().
+//   2. WRITER is held exactly in Writing and Committing, and by a creator from the start. EXCLUSIVE is held
+//   only inside commitWrite() and recover().
 //   3. The database file changes only under EXCLUSIVE, after its before-images are durable in the journal and
 //   the
 //      change counter has moved. Removing the journal is the commit point.
@@ -279,7 +279,7 @@ void PageFile::assertState() const {
     const auto level = m.locks.level();
     const bool reading = m.readDepth > 0 || m.writing;
     require(reading == (level != LockProtocol::Level::None), "1: a lock is held exactly while reading");
-    require(m.locks.isWriter() == m.writing, "2: WRITER is held exactly while writing");
+    require(m.locks.isWriter() == (m.writing || m.created), "2: WRITER is held exactly while writing");
     require(level != LockProtocol::Level::Exclusive, "2: EXCLUSIVE only inside a commit or a recovery");
     require(m.writing || (m.modified.empty() && m.savepoints.depth() == 0),
             "9: no changes outside of a write");

@@ -91,8 +91,9 @@ class PageFile {
     using Probe = std::function<size_t(std::span<const uint8_t> firstBytes)>;
     static std::unique_ptr<PageFile> open(std::shared_ptr<Io> io, const std::filesystem::path& path,
                                           const PageFileOptions& options, const Probe& probe);
-    // Creates a new file with no pages (Err::DatabaseExists when it is there). The creator appends pages in
-    // one write; when the write fails or is rolled back the file is removed again.
+    // Creates a new file with no pages (Err::DatabaseExists when it is there and not empty: an empty one was
+    // left by a creator who died). The creator appends pages in one write, others wait for its end; when it
+    // fails or is rolled back the file is removed again.
     static std::unique_ptr<PageFile> create(std::shared_ptr<Io> io, const std::filesystem::path& path,
                                             const PageFileOptions& options, size_t pageSize);
     ~PageFile(); // rolls back an open write, leaves the .ldb, closes

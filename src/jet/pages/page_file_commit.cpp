@@ -34,6 +34,7 @@ void PageFile::Impl::commitOutermost() {
         file->sync();
         journal.remove();
         seenCounter = counter;
+        seenStamp = file->changeStamp();
         counterKnown = true;
     } catch (...) {
         const std::exception_ptr error = std::current_exception();
@@ -142,7 +143,7 @@ void PageFile::Impl::releaseLocks() noexcept {
         locks.unlockExclusive(readDepth > 0 ? Level::Shared : Level::None);
     else if (readDepth == 0 && locks.level() == Level::Shared)
         locks.unlockShared();
-    locks.unlockWriter();
+    if (!created) locks.unlockWriter();
 }
 
 } // namespace jet

@@ -34,7 +34,7 @@ struct PageFile::Impl {
     std::unique_ptr<IoFile> file; // empty when the creation was undone
     bool fileReadOnly = false;    // the handle cannot write
     bool readOnly = false;        // this PageFile does not write
-    bool created = false;         // made by us, nothing committed yet
+    bool created = false;         // made by us, nothing committed yet; WRITER is held
     size_t pageSize = 0;          // 0 until the probe told it
     std::unique_ptr<PageCodec> codec;
 
@@ -56,6 +56,7 @@ struct PageFile::Impl {
     uint64_t changeCount = 0;
     uint64_t generation = 1;
     uint64_t seenCounter = 0;
+    uint64_t seenStamp = 0;    // of the file, as IoFile::changeStamp(): others may write without counting
     bool counterKnown = false; // seenCounter belongs to what the cache holds
 
     // page_file.cpp
@@ -70,6 +71,7 @@ struct PageFile::Impl {
     // page_file_open.cpp: entering a state of the file
     enum class JournalCheck { WhenMoved, Always };
     void openFile();
+    void takeEmptyFile();
     void join();
     void probe(const Probe& probe);
     void setPageSize(size_t bytes);

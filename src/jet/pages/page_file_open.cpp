@@ -42,26 +42,37 @@ std::unique_ptr<PageFile> PageFile::create(std::shared_ptr<Io> io, const std::fi
     assert(!options.readOnly && pageSize == 4096);
     std::unique_ptr<PageFile> made(new PageFile(std::make_unique<Impl>(std::move(io), path, options)));
     Impl& m = *made->impl_;
-    if (m.io->exists(m.realPath)) throwIoError(Err::DatabaseExists, IoAction::Open, path, "");
+    if (m.io->exists(m.realPath) && !m.journal.exists() &&
+        m.io->open(m.realPath, OpenMode::ReadOnly)->size() > 0)
+        throwIoError(Err::DatabaseExists, IoAction::Open, path, "");
     if (m.locks.file().join() != Membership::Joined) throwIoError(Err::CannotOpen, IoAction::Open, path, "");
-    // A journal without its database must not be rolled back into the new one, nor be taken from a creator
-    // who is just committing: so it goes under the locks of a commit, before the file appears.
-    m.locks.lockWriter();
+    m.locks.lockWriter(); // until the creation is committed or undone
     try {
         m.locks.lockExclusive();
-        if (m.io->exists(m.realPath)) throwIoError(Err::DatabaseExists, IoAction::Open, path, "");
-        m.io->remove(m.journal.path());
-        m.file = m.io->open(m.realPath, OpenMode::CreateNew);
-        m.created = true;
+        m.takeEmptyFile();
     } catch (...) {
         if (m.locks.level() == Level::Exclusive) m.locks.unlockExclusive(Level::None);
         m.locks.unlockWriter();
         throw;
     }
     m.locks.unlockExclusive(Level::None);
-    m.locks.unlockWriter();
     m.setPageSize(pageSize);
     return made;
+}
+
+// The new file, or the empty one that a creator left who died. A journal without its database must not be
+// rolled back into the new one; that of a creation which was being committed empties the file.
+// REQUIRES: EXCLUSIVE.
+void PageFile::Impl::takeEmptyFile() {
+    if (io->exists(realPath)) {
+        file = io->open(realPath, OpenMode::ReadWrite);
+        if (journal.exists()) journal.rollBack(*file);
+        if (file->size() > 0) throwIoError(Err::DatabaseExists, IoAction::Open, path, "");
+    } else {
+        io->remove(journal.path());
+        file = io->open(realPath, OpenMode::CreateNew);
+    }
+    created = true;
 }
 
 void PageFile::Impl::openFile() {
@@ -112,11 +123,13 @@ void PageFile::Impl::enterRead(JournalCheck check) {
     requireFile();
     if (locks.file().membership() == Membership::Alone) waitForJournalToGo();
     locks.lockShared();
-    if (locks.takeRejoined()) counterKnown = false;
+    if (locks.takeUnsure()) counterKnown = false;
+    const bool look = locks.takeLooked() || check == JournalCheck::Always;
     try {
         for (;;) {
             const uint64_t counter = locks.counter();
-            const bool moved = !counterKnown || counter != seenCounter;
+            const bool moved = !counterKnown || counter != seenCounter ||
+                               (look && pageSize != 0 && file->changeStamp() != seenStamp);
             // An unmoved counter says that no page was written since: a journal there is of a commit that had
             // not begun. A writer looks all the same, lest a count lost with its machine harms what it
             // builds.
@@ -146,6 +159,7 @@ void PageFile::Impl::refresh(uint64_t counter) {
     cache.clear(PageCache::Keep::Nothing);
     if (pageSize != 0) pageCount = committedCount = static_cast<PageNo>(size / pageSize);
     seenCounter = counter;
+    seenStamp = file->changeStamp();
     counterKnown = true;
     ++generation;
     ++changeCount;
@@ -205,7 +219,7 @@ void PageFile::Impl::beginOutermostWrite() {
                 .inFile(pathText(path));
         counterKnown = false;
     }
-    locks.lockWriter();
+    if (!created) locks.lockWriter();
     try {
         if (readDepth == 0) enterRead(JournalCheck::Always);
         if (!file->isStillAt(realPath))
@@ -214,7 +228,7 @@ void PageFile::Impl::beginOutermostWrite() {
                 .inFile(pathText(path));
     } catch (...) {
         if (readDepth == 0 && locks.level() == Level::Shared) locks.unlockShared();
-        locks.unlockWriter();
+        if (!created) locks.unlockWriter();
         throw;
     }
     writing = true;

@@ -40,7 +40,9 @@ TEST(PageFile, CreationRolledBackRemovesTheFile) {
     const auto io = memory();
     {
         auto file = PageFile::create(io, kPath, {}, kPage);
-        EXPECT_EQ(errorOf([&] { PageFile::create(io, kPath, {}, kPage); }), code(Err::DatabaseExists));
+        EXPECT_EQ(errorOf([&] { PageFile::create(io, kPath, {.lockTimeoutMs = 20}, kPage); }),
+                  code(Err::LockedByOther))
+            << "a second creator waits for the end of the first";
         {
             WriteScope write(*file);
             setValue(file->append(), 1);
@@ -51,6 +53,29 @@ TEST(PageFile, CreationRolledBackRemovesTheFile) {
     { auto unused = PageFile::create(io, kPath, {}, kPage); }
     EXPECT_TRUE(io->names().empty());
     EXPECT_EQ(errorOf([&] { open(io); }), code(Err::FileNotFound));
+}
+
+// A creator who dies leaves an empty file, or a half written one with its journal: the name is free again.
+TEST(PageFile, CreationOfADeadProcessIsTakenOver) {
+    for (int pages = 0; pages < 2; ++pages) { // written before the death
+        const auto io = memory();
+        auto dying = PageFile::create(io, kPath, {}, kPage);
+        WriteScope write(*dying);
+        setValue(dying->append(), 1);
+        setValue(dying->append(), 2);
+        io->setHook([written = 0, pages, dead = false](const MemoryIo::Step& step) mutable {
+            if (step.path == kPath && step.op == MemoryIo::Op::Write) dead = ++written > pages;
+            if (step.path == kPath && step.op == MemoryIo::Op::Sync) dead = true;
+            if (dead) throw Error(Err::DiskIO, "öldü");
+        });
+        errorOf([&] { write.commit(); });
+        const auto left = io->afterCrash(MemoryIo::Survives::Everything);
+        io->setHook({});
+        ASSERT_TRUE(left->exists(kPath));
+        { make(left, 3); }
+        EXPECT_EQ(allValues(*open(left)), (std::vector<uint64_t>{100, 101, 102}));
+        EXPECT_EQ(errorOf([&] { make(left, 3); }), code(Err::DatabaseExists));
+    }
 }
 
 TEST(PageFile, ScopesInsideAWriteUndoOnlyTheirOwn) {

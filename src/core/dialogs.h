@@ -19,6 +19,9 @@ class Progress {
     virtual ~Progress() = default;
     virtual void step(int done, const QString& text = {}) = 0; // done: 0..total of beginProgress
     virtual bool cancelled() = 0;                              // the person asked to stop
+    // Stopping this work undoes all of it: its button says "İptal", else "Durdur". Call before the first
+    // step.
+    virtual void stopUndoesAll() {}
 };
 
 class Dialogs {

@@ -41,6 +41,8 @@ EntryForm::EntryForm(std::span<const FormField> fields, QWidget* parent) : QWidg
         setTabOrder(fields_[i - 1].editor, fields_[i].editor);
 }
 
+EntryForm::~EntryForm() = default;
+
 void EntryForm::addField(const FormField& about, QGridLayout* layout) {
     Field field{about, makeEditor(about), new QLabel(this), {}, {}};
     auto* label = new QLabel(about.label, this);

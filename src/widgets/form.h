@@ -1,9 +1,16 @@
 // widgets/form.h — a form made from a table of fields. Knows the keys of entering data, what changed, and how
 // a wrong field is shown. Values are texts, as the records hold them; it knows no table and no rule.
-//   Enter: next field, after the last one lastFieldDone. Esc: gives the field its old value back; a field
-//   that has not changed leaves Esc to the window. Ctrl+Z: undoes typing, then the whole unsaved record.
+//   Enter: next field, after the last one lastFieldDone (in a Memo: Ctrl+Enter). Esc: gives the field its old
+//   value back; a field that has not changed leaves Esc to the window. Ctrl+Z: undoes typing, then the whole
+//   unsaved record. A typed date or number that cannot be one is refused by Enter and Tab: the text stays,
+//   the reason is shown; the mouse may leave it. What was loaded and not edited is never refused nor
+//   rewritten.
 #pragma once
 
+#include "widgets/number_edit.h"
+
+#include <functional>
+#include <memory>
 #include <QWidget>
 #include <span>
 #include <vector>
@@ -14,13 +21,24 @@ class QLabel;
 namespace orvan {
 
 class ChoiceList;
+class FieldEditor;
 
 enum class FieldKind {
-    Text,    // free text
-    Code,    // code or number: selected whole on entering
-    Choice,  // one of a list; the value is the code
-    Display, // read only, can be copied
+    Text,     // free text
+    Code,     // code or number: selected whole on entering
+    Choice,   // one of a list; the value is the code
+    Display,  // read only, can be copied
+    Date,     // value "dd.MM.yyyy"; how it may be typed: date_edit.h
+    Number,   // whole number; value "1234"
+    Money,    // shown "1.234,50"; value "1234.5000"
+    Decimal,  // a rate, shown "0,00759"; value "0.00759"
+    Check,    // yes or no; value "1" or "0", or the field's own pair; carries its label itself
+    Memo,     // several lines
+    Password, // not shown
 };
+
+inline const QString kYesText = QStringLiteral("1");
+inline const QString kNoText = QStringLiteral("0");
 
 struct FormField {
     QString name;  // key and object name
@@ -28,6 +46,18 @@ struct FormField {
     FieldKind kind = FieldKind::Text;
     int maxLength = 0; // characters, 0 = no limit; from the table's declaration
     int width = 20;    // characters shown
+
+    // Where it stands. Fields of one column stand below each other, columns side by side; neighbours with the
+    // same group title share a framed group. The order of the fields is the order of Tab and Enter: give them
+    // column by column.
+    int column = 0;
+    QString group = {};
+
+    int lines = 4;            // Memo: lines shown
+    NumberLimits limits = {}; // Number, Money, Decimal
+    QString yes = kYesText;   // Check
+    QString no = kNoText;     // Check; any other loaded value counts as no, and stays until it is edited
+    QString tip = {};         // shown while the pointer rests on the field
 };
 
 class EntryForm : public QWidget {
@@ -35,12 +65,21 @@ class EntryForm : public QWidget {
 
   public:
     EntryForm(std::span<const FormField> fields, QWidget* parent = nullptr);
+    ~EntryForm() override;
 
+    // Of a date or number that cannot be one: the text as it stands. An empty field has the empty value.
     QString value(const QString& name) const;
     // Sets the value as loaded: not a change of the user's. Emits nothing.
     void setValue(const QString& name, const QString& value);
     ChoiceList* choiceList(const QString& name) const; // nullptr when the field is no Choice
     QWidget* editor(const QString& name) const;
+    bool has(const QString& name) const;
+    void setReadOnly(const QString& name, bool readOnly); // can still be entered and copied
+    void setAllReadOnly(bool readOnly);                   // Display fields stay as they are
+
+    // Call it first of all when saving: takes what is half typed (Ctrl+S does not leave the field). False: a
+    // field's text cannot be taken; it is shown as wrong and has the focus.
+    bool settle();
 
     bool isDirty() const;  // some value differs from the loaded one
     void acceptAsLoaded(); // what stands in the fields is saved
@@ -53,6 +92,10 @@ class EntryForm : public QWidget {
     // edited.
     void showWrong(const QString& name, const QString& reason);
     void clearWrong();
+
+    // The form is a part of a larger record: Ctrl+Z with nothing typed in its field calls this instead of
+    // revert().
+    void setRevert(std::function<void()> revert) { revertAll_ = std::move(revert); }
 
   signals:
     void edited(const QString& name); // by the user's own hand
@@ -84,6 +127,7 @@ class EntryForm : public QWidget {
 
     std::vector<Field> fields_;
     QString wrong_;
+    std::function<void()> revertAll_;
     bool wasDirty_ = false;
 };
 

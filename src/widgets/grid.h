@@ -36,6 +36,7 @@ class ListGrid : public QWidget {
     // The order of a user who has not chosen one yet. REQUIRES: `key` is a column.
     void sortAtFirstBy(const QString& key);
     void setEmptyText(const QString& text); // shown while the list has no rows at all
+    void setPinnedColumns(int count);       // the first ones shown stay in place when scrolled sideways
 
     QString filter() const;
     void setFilter(const QString& text);

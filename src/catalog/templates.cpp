@@ -29,7 +29,10 @@ void writeTemplate(const std::filesystem::path& file, DatabaseKind kind) {
     std::filesystem::remove(unfinished);
     {
         const auto database = jet::Database::create(unfinished);
-        bringUpToDate(*database, kind, allTables(), FirstRowsWhen::NewTables);
+        jet::WriteBatch batch(*database);
+        for (const TableDeclaration& table : allTables().tables())
+            if (table.database == kind) createTable(*database, table);
+        batch.commit();
     }
     std::filesystem::rename(unfinished, file);
 }

@@ -5,6 +5,7 @@
 #include "core/passwords.h"
 #include "core/values.h"
 
+#include <cassert>
 #include <QDir>
 #include <QFileInfo>
 
@@ -49,12 +50,6 @@ std::unique_ptr<jet::Database> openDatabase(const QString& file, const QString& 
 
 void copyWhenMissing(const ProgramFolder& folder, const QString& literal, const QString& original) {
     if (!folder.exists(literal)) folder.copy(original, literal);
-}
-
-void ensureDataFolder(const ProgramFolder& folder) {
-    if (folder.exists(QStringLiteral("\\Data")) || folder.createFolder(QStringLiteral("\\Data"))) return;
-    jet::Error error(jet::Err::PathNotValid, "Klasör oluşturulamadı.");
-    throw error.inFile(utf8(folder.resolve(QStringLiteral("\\Data"))));
 }
 
 // A literal begins with one backslash; anything else is a whole path.
@@ -106,7 +101,7 @@ void DatabaseSet::openTables(Opened& opened) {
 void DatabaseSet::connect(const QString& path) {
     const QString& password = session_.databasePassword;
     Opened opened;
-    ensureDataFolder(folder_);
+    folder_.ensureFolder(QStringLiteral("\\Data"));
     opened.constants = openConstants(folder_, session_);
     if (!opened.constants->database().hasTable("SMSLog"))
         createTable(opened.constants->database(), schema_.table("SMSLog"));
@@ -130,7 +125,9 @@ Connection& DatabaseSet::Opened::of(DatabaseKind kind) {
     case DatabaseKind::Constants: return *constants;
     case DatabaseKind::Workplaces: return *workplaces;
     case DatabaseKind::Coordinators: return *coordinators;
+    case DatabaseKind::Exams: break; // never kept open
     }
+    assert(false);
     return *level;
 }
 
@@ -149,7 +146,7 @@ bool DatabaseSet::isNormalLevelFile() const {
 }
 
 std::unique_ptr<Connection> openConstants(const ProgramFolder& folder, const Session& session) {
-    ensureDataFolder(folder);
+    folder.ensureFolder(QStringLiteral("\\Data"));
     copyWhenMissing(folder, QLatin1String(kConstantsFile), QStringLiteral("\\mdx\\Sabit.mdx"));
     return std::make_unique<Connection>(folder.resolve(QLatin1String(kConstantsFile)),
                                         session.databasePassword);

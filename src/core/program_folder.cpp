@@ -46,6 +46,12 @@ bool ProgramFolder::exists(const QString& literal) const { return QFileInfo::exi
 
 bool ProgramFolder::createFolder(const QString& literal) const { return QDir().mkpath(resolve(literal)); }
 
+void ProgramFolder::ensureFolder(const QString& literal) const {
+    if (exists(literal) || createFolder(literal)) return;
+    jet::Error error(jet::Err::PathNotValid, "Klasör oluşturulamadı.");
+    throw error.inFile(utf8(resolve(literal)));
+}
+
 QStringList ProgramFolder::files(const QString& folderLiteral, const QString& extension) const {
     QStringList found;
     const QDir folder(resolve(folderLiteral));

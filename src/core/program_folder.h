@@ -19,6 +19,7 @@ class ProgramFolder {
     bool exists(const QString& literal) const;
     // Creates the folder and the missing ones above it; false when the disk refuses.
     bool createFolder(const QString& literal) const;
+    void ensureFolder(const QString& literal) const; // the same; throws jet::Error(PathNotValid)
     // Whole paths of the files in `folderLiteral` with that extension ("Mdb"), without regard to case, by
     // name.
     QStringList files(const QString& folderLiteral, const QString& extension) const;

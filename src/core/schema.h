@@ -10,7 +10,7 @@
 
 namespace orvan {
 
-enum class DatabaseKind { Level, Constants, Workplaces, Coordinators };
+enum class DatabaseKind { Level, Constants, Workplaces, Coordinators, Exams };
 
 struct FieldDeclaration {
     std::string name;
@@ -28,8 +28,8 @@ struct IndexDeclaration {
     enum Kind { Plain, Unique, Primary } kind = Plain;
 };
 
-// First rows: values in the order of `fields`. Added to a new table; the structure upgrade adds a row only
-// when no row has the same values in the first `keyFields` of them.
+// First rows: values in the order of `fields`. Added to a new table; where the structure upgrade completes
+// them it adds a row only when no row has the same values in the first `keyFields` of them.
 struct FirstRows {
     std::vector<std::string> fields;
     size_t keyFields = 1;
@@ -42,6 +42,7 @@ struct TableDeclaration {
     std::vector<FieldDeclaration> fields;
     std::vector<IndexDeclaration> indexes;
     std::vector<FirstRows> firstRows;
+    std::vector<std::string> corrections{}; // statements that put old rows right; each is safe to repeat
 
     const FieldDeclaration* field(std::string_view fieldName) const; // nullptr when there is none
 };
@@ -71,16 +72,20 @@ class Schema {
 
 // What bringing one database up to its declarations did.
 struct StructureChanges {
-    int tables = 0, fields = 0, widened = 0, indexes = 0, rows = 0;
-    bool any() const { return tables + fields + widened + indexes + rows > 0; }
+    int tables = 0, fields = 0, widened = 0, converted = 0, indexes = 0, ordered = 0, rows = 0;
+    bool any() const { return *this != StructureChanges(); }
+    bool operator==(const StructureChanges&) const = default;
+    StructureChanges& operator+=(const StructureChanges& other);
 };
 
-enum class FirstRowsWhen { NewTables, AlsoMissing };
-
-// Creates what is missing, widens what is too narrow, never takes anything away; safe to repeat. An index
-// that rows of an old file stand against (doubles under a unique one) is made as a plain index.
-StructureChanges bringUpToDate(jet::Database& database, DatabaseKind kind, const Schema& schema,
-                               FirstRowsWhen rows);
+// Brings one table up to its declaration: creates it or what it lacks, widens what is too narrow, gives a
+// field of another kind a successor (structure_fields.h), fills new fields with their default, puts the
+// declared fields first. Tables and fields that the declaration does not know stay; no value is lost; safe to
+// repeat. An index that rows of an old file stand against (doubles under a unique one) is made as a plain
+// index.
+void bringUpToDate(jet::Database& database, const TableDeclaration& declaration, StructureChanges& changes);
 void createTable(jet::Database& database, const TableDeclaration& declaration); // with its first rows
+// First rows that are missing, then the corrections.
+void completeRows(jet::Database& database, const TableDeclaration& declaration, StructureChanges& changes);
 
 } // namespace orvan

@@ -1,4 +1,5 @@
-// core/startup.cpp — the steps of the start, in order.
+// core/startup.cpp — the steps of the start, in order. Longer steps: start_corrections.cpp,
+// structure_check.cpp.
 #include "core/startup.h"
 
 #include "core/passwords.h"
@@ -6,36 +7,146 @@
 #include "core/users.h"
 #include "core/values.h"
 
-namespace orvan {
+#include <QFileInfo>
 
-void prepareStart(const ProgramFolder& folder, Session& session) {
-    session.level = Level::Kalfa;
-    if (!folder.exists(QStringLiteral("\\Data")) && !folder.createFolder(QStringLiteral("\\Data"))) {
-        jet::Error error(jet::Err::PathNotValid, "Klasör oluşturulamadı.");
-        throw error.inFile(utf8(folder.resolve(QStringLiteral("\\Data"))));
-    }
-    sweepPasswords(folder, session);
+namespace orvan {
+namespace {
+
+bool claim(Start& start) {
+    if (start.host.claimFolder()) return true;
+    start.dialogs.message(QStringLiteral("Çalışan program zaten var..."), QStringLiteral("Dikkat"),
+                          Icon::Critical);
+    return false;
 }
 
-void openAfterSignIn(DatabaseSet& databases, Dialogs& dialogs) {
-    const ProgramFolder& folder = databases.folder();
-    Session& session = databases.session();
-    clearAllPasswords(folder, session);
-    QString argument;
+bool setInitialLevel(Start& start) {
+    start.session.level = Level::Kalfa;
+    start.host.makeSplash();
+    return true;
+}
+
+bool takeProgramFolder(Start& start) {
+    if (QFileInfo(start.folder.path()).isDir()) return true;
+    jet::Error error(jet::Err::PathNotValid, "Program klasörü bulunamadı.");
+    throw error.inFile(utf8(start.folder.path()));
+}
+
+bool setFormats(Start& start) {
+    start.host.setRegionalFormats();
+    return true;
+}
+
+bool showSplash(Start& start) {
+    start.host.showSplash();
+    return true;
+}
+
+// Data of the release that kept all levels in one file are not read by this one: nothing is lost by going on
+// with new files, but the person must know.
+bool noticeOldDatabase(Start& start) {
+    const QString old = QStringLiteral("\\Data\\Ogrenci.Mdb");
+    if (!start.folder.exists(old) || start.folder.exists(QStringLiteral("\\Data\\Kalfa.Mdb"))) return true;
+    return start.dialogs.confirms(
+        start.folder.resolve(old) +
+            QStringLiteral(
+                "\ndosyası, bütün düzeylerin tek veritabanında tutulduğu eski bir sürümden kalmış.\n"
+                "Bu dosya olduğu gibi bırakılır; içindeki öğrenciler bu sürüme kendiliğinden aktarılmaz.\n\n"
+                "Boş dosyalarla devam edilsin mi?"),
+        QStringLiteral("Dikkat"));
+}
+
+bool makeDataFolder(Start& start) {
+    start.folder.ensureFolder(QStringLiteral("\\Data"));
+    return true;
+}
+
+bool sweep(Start& start) {
+    sweepPasswords(start.folder, start.session);
+    return true;
+}
+
+bool makeExamTables(Start& start) {
+    createExamTables(start.folder, start.databases.schema());
+    return true;
+}
+
+bool showMainWindow(Start& start) {
+    start.host.showMainWindow();
+    return true;
+}
+
+bool clearPasswords(Start& start) {
+    clearAllPasswords(start.folder, start.session);
+    return true;
+}
+
+// Files of an older release lack tables or fields that Connect opens: then the structure check is forced and
+// connects.
+bool connect(Start& start) {
     try {
-        databases.connect();
+        start.databases.connect();
     } catch (const jet::Error& error) {
-        // Files of an older release lack tables or fields that Connect opens: the upgrade brings them.
         if (error.number() != jet::Err::NoSuchTable && error.number() != jet::Err::NoSuchItem) throw;
-        argument = QStringLiteral("Check1");
+        start.databases.close();
     }
-    session.upgradeNeeded = needsStructureCheck(folder, argument);
-    if (session.upgradeNeeded) {
-        databases.close(); // the upgrade has the files to itself
-        checkStructure(folder, session, databases.schema(), dialogs, argument);
-        databases.connect();
+    return true;
+}
+
+bool checkStructureAndRights(Start& start) {
+    const QString argument = start.databases.isOpen() ? QString() : QStringLiteral("Check1");
+    start.session.upgradeNeeded = needsStructureCheck(start.folder, argument);
+    if (start.session.upgradeNeeded) {
+        start.databases.close(); // the upgrade has the files to itself
+        checkStructure(start.folder, start.session, start.databases.schema(), start.dialogs, argument);
+        start.databases.connect();
     }
-    renameStoredRights(databases.constants().sql());
+    renameStoredRights(start.databases.constants().sql());
+    return true;
+}
+
+bool correctStudents(Start& start) {
+    correctOldStudents(start.folder, start.session);
+    return true;
+}
+
+constexpr StartStepInfo kBeforeSignIn[] = {
+    {StartStep::SingleInstance, "Program denetleniyor", claim},
+    {StartStep::InitialLevel, "Düzey seçiliyor", setInitialLevel},
+    {StartStep::ProgramFolder, "Program klasörü aranıyor", takeProgramFolder},
+    {StartStep::RegionalFormats, "Bölgesel biçimler ayarlanıyor", setFormats},
+    {StartStep::Splash, "Program açılıyor", showSplash},
+    {StartStep::OldSingleDatabase, "Eski veritabanı aranıyor", noticeOldDatabase},
+    {StartStep::DataFolder, "Veri klasörü denetleniyor", makeDataFolder},
+    {StartStep::PasswordSweep, "Veritabanı parolaları denetleniyor", sweep},
+    {StartStep::ExamTables, "Sınav dosyaları denetleniyor", makeExamTables},
+    {StartStep::MainWindow, "Ana pencere açılıyor", showMainWindow},
+};
+
+constexpr StartStepInfo kAfterSignIn[] = {
+    {StartStep::ClearPasswords, "Veritabanı parolaları kaldırılıyor", clearPasswords},
+    {StartStep::Connect, "Veritabanlarına bağlanılıyor", connect},
+    {StartStep::StructureCheck, "Veritabanı yapısı denetleniyor", checkStructureAndRights},
+    {StartStep::OldStudents, "Eski öğrenci kayıtları denetleniyor", correctStudents},
+};
+
+bool run(Start& start, std::span<const StartStepInfo> steps) {
+    for (const StartStepInfo& info : steps) {
+        start.host.stepBegins(info.step, QString::fromUtf8(info.name));
+        if (!info.run(start)) return false;
+    }
+    return true;
+}
+
+} // namespace
+
+std::span<const StartStepInfo> stepsBeforeSignIn() { return kBeforeSignIn; }
+std::span<const StartStepInfo> stepsAfterSignIn() { return kAfterSignIn; }
+
+bool runStart(Start& start) { return run(start, kBeforeSignIn); }
+
+void openAfterSignIn(Start& start) {
+    run(start, kAfterSignIn);
+    start.host.maintain();
 }
 
 } // namespace orvan

@@ -1,6 +1,6 @@
-// core/structure.cpp — brings one database up to its declarations: creates what is missing, never takes
-// anything away.
-#include "core/schema.h"
+// core/structure.cpp — brings a table up to its declaration: tables, fields, indexes, order, first rows.
+// Single fields: structure_fields.cpp.
+#include "core/structure_fields.h"
 
 #include "core/row_writer.h"
 #include "core/values.h"
@@ -9,17 +9,6 @@
 
 namespace orvan {
 namespace {
-
-jet::FieldDef fieldDef(const FieldDeclaration& field) {
-    jet::FieldDef def;
-    def.name = field.name;
-    def.type = field.type;
-    def.size = field.width;
-    def.required = field.required;
-    def.autoNumber = field.autoNumber;
-    def.defaultValue = field.defaultValue;
-    return def;
-}
 
 jet::IndexDef indexDef(const IndexDeclaration& index, const std::vector<jet::FieldDef>& fields) {
     jet::IndexDef def;
@@ -68,21 +57,36 @@ int addRows(jet::Database& database, const TableDeclaration& declaration) {
     return added;
 }
 
-void addFields(jet::Database& database, const TableDeclaration& declaration, StructureChanges& changes) {
+void fillWithDefault(jet::Database& database, const std::string& table, const FieldDeclaration& field) {
+    jet::SqlSession sql(database);
+    sql.execute("UPDATE [" + table + "] SET [" + field.name + "] = " + field.defaultValue);
+}
+
+void bringFieldsUpToDate(jet::Database& database, const TableDeclaration& declaration,
+                         StructureChanges& changes) {
     for (const FieldDeclaration& field : declaration.fields) {
-        const auto place = database.tableDef(declaration.name).findField(field.name);
-        if (!place) {
-            database.addField(declaration.name, fieldDef(field));
-            ++changes.fields;
+        if (database.tableDef(declaration.name).findField(field.name)) {
+            bringFieldUpToDate(database, declaration.name, field, changes);
             continue;
         }
-        jet::FieldDef present = database.tableDef(declaration.name).fields[*place];
-        if (present.type != jet::Type::Text || field.type != jet::Type::Text || present.size >= field.width)
-            continue;
-        present.size = field.width;
-        database.alterField(declaration.name, present.name, present);
-        ++changes.widened;
+        database.addField(declaration.name, fieldDef(field));
+        if (!field.defaultValue.empty()) fillWithDefault(database, declaration.name, field);
+        ++changes.fields;
     }
+}
+
+// The declared fields first, in their order; the rest behind them as they stand.
+void orderFields(jet::Database& database, const TableDeclaration& declaration, StructureChanges& changes) {
+    const auto& present = database.tableDef(declaration.name).fields;
+    std::vector<std::string> wanted;
+    bool inOrder = true;
+    for (size_t i = 0; i < declaration.fields.size(); ++i) {
+        wanted.push_back(declaration.fields[i].name);
+        inOrder = inOrder && jet::sameName(present[i].name, wanted.back());
+    }
+    if (inOrder) return;
+    database.setFieldOrder(declaration.name, wanted);
+    ++changes.ordered;
 }
 
 void addIndexes(jet::Database& database, const TableDeclaration& declaration, StructureChanges& changes) {
@@ -116,21 +120,33 @@ void createTable(jet::Database& database, const TableDeclaration& declaration) {
     addRows(database, declaration);
 }
 
-StructureChanges bringUpToDate(jet::Database& database, DatabaseKind kind, const Schema& schema,
-                               FirstRowsWhen rows) {
-    StructureChanges changes;
-    for (const TableDeclaration& declaration : schema.tables()) {
-        if (declaration.database != kind) continue;
-        if (!database.hasTable(declaration.name)) {
-            createTable(database, declaration);
-            ++changes.tables;
-            continue;
-        }
-        addFields(database, declaration, changes);
-        addIndexes(database, declaration, changes);
-        if (rows == FirstRowsWhen::AlsoMissing) changes.rows += addRows(database, declaration);
+void bringUpToDate(jet::Database& database, const TableDeclaration& declaration, StructureChanges& changes) {
+    if (!database.hasTable(declaration.name)) {
+        createTable(database, declaration);
+        ++changes.tables;
+        return;
     }
-    return changes;
+    bringFieldsUpToDate(database, declaration, changes);
+    orderFields(database, declaration, changes);
+    addIndexes(database, declaration, changes);
+}
+
+void completeRows(jet::Database& database, const TableDeclaration& declaration, StructureChanges& changes) {
+    changes.rows += addRows(database, declaration);
+    jet::SqlSession sql(database);
+    for (const std::string& statement : declaration.corrections)
+        changes.rows += static_cast<int>(sql.execute(statement));
+}
+
+StructureChanges& StructureChanges::operator+=(const StructureChanges& other) {
+    tables += other.tables;
+    fields += other.fields;
+    widened += other.widened;
+    converted += other.converted;
+    indexes += other.indexes;
+    ordered += other.ordered;
+    rows += other.rows;
+    return *this;
 }
 
 } // namespace orvan

@@ -80,10 +80,38 @@ TableDeclaration dailyAbsences() {
     return table;
 }
 
+// The exam databases of the levels; exam planning fills them, messages to students read them.
+TableDeclaration examPeriods() {
+    TableDeclaration table{DatabaseKind::Exams, "SinavTanim", {}, {}, {}};
+    table.fields = {textField("Yil", 4, "Yıl"),
+                    textField("Ay", 2, "Ay"),
+                    textField("Aciklama", 60, "Açıklama"),
+                    textField("BaslamaTarihi", 10, "Başlama tarihi"),
+                    textField("BitisTarihi", 10, "Bitiş tarihi"),
+                    yesNoField("Aktif", "Geçerli dönem")};
+    table.indexes = {{"indDonem", {"Yil", "Ay"}, IndexDeclaration::Unique}};
+    return table;
+}
+
+TableDeclaration examPlan() {
+    TableDeclaration table{DatabaseKind::Exams, "SinavPlan", {}, {}, {}};
+    table.fields = {textField("Yil", 4, "Yıl"),
+                    textField("Ay", 2, "Ay"),
+                    textField("MeslekKodu", 15, "Meslek"),
+                    longField("DersID", "Program"),
+                    textField("DersKodu", 10, "Ders kodu"),
+                    textField("SinavTarihi", 10, "Sınav tarihi"),
+                    textField("SinavSaati", 5, "Sınav saati"),
+                    textField("SinavYeri", 60, "Sınav yeri")};
+    table.indexes = {{"indDonemMeslek", {"Yil", "Ay", "MeslekKodu"}, IndexDeclaration::Plain}};
+    return table;
+}
+
 } // namespace
 
 std::vector<TableDeclaration> educationTables() {
-    return {marks(), termAverages(), finalExams(), hourlyAbsences(), dailyAbsences()};
+    return {marks(),         termAverages(), finalExams(), hourlyAbsences(),
+            dailyAbsences(), examPeriods(),  examPlan()};
 }
 
 } // namespace orvan

@@ -100,9 +100,11 @@ TableDeclaration coordinators() {
 
 TableDeclaration duties(const char* name) {
     TableDeclaration table{DatabaseKind::Coordinators, name, {}, {}, {}};
-    table.fields = {textField("KG_Adi", 30, "Öğretmen adı"), textField("KG_Soyadi", 30, "Öğretmen soyadı"),
-                    textField("KG_Isletme_Adi", 100, "İşletme"),
-                    textField("KG_Program_Saati", 30, "Program saati")};
+    table.fields = {
+        textField("KG_Adi", 30, "Öğretmen adı"),     textField("KG_Soyadi", 30, "Öğretmen soyadı"),
+        textField("KG_Isletme_Adi", 100, "İşletme"), textField("KG_Program_Saati", 30, "Program saati"),
+        longField("KG_ToplamSaat", "Toplam saat"),   textField("BarkodNo", 20, "Barkod no"),
+        yesNoField("BarkodOnay", "Barkod onaylandı")};
     table.indexes = {{"indOgretmen", {"KG_Adi", "KG_Soyadi"}, IndexDeclaration::Plain}};
     return table;
 }

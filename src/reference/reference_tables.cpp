@@ -78,6 +78,18 @@ TableDeclaration definitions() {
     return table;
 }
 
+// A row without its date gets the day on which its curriculum came into force.
+std::vector<std::string> datesInForce(const std::string& table, const std::string& field) {
+    std::vector<std::string> statements;
+    const char* const dates[] = {"03.07.2002", "01.07.2005", "12.09.2010", "15.09.2017"}; // curricula 1 to 4
+    int version = 0;
+    for (const char* date : dates)
+        statements.push_back("UPDATE " + table + " SET " + field + " = '" + date +
+                             "' WHERE ID = " + std::to_string(++version) + " AND (" + field + " IS NULL OR " +
+                             field + " = '')");
+    return statements;
+}
+
 TableDeclaration coursePool() {
     TableDeclaration table{DatabaseKind::Level, "DersHavuzu", {}, {}, {}};
     table.fields = {
@@ -102,6 +114,7 @@ TableDeclaration coursePool() {
     practice.rows = {{jet::Value(3), jet::Value("PUYG."), jet::Value("PRATİK UYGULAMA"), jet::Value("M"),
                       jet::Value(true), jet::Value(false), jet::Value("12.09.2010")}};
     table.firstRows = {practice};
+    table.corrections = datesInForce("DersHavuzu", "YururlulukTarihi");
     return table;
 }
 
@@ -127,6 +140,7 @@ TableDeclaration curriculum() {
     table.indexes = {{"indMeslek",
                       {"ID", "MeslekKodu", "MeslekOgrenimDurumu", "MeslekOgrenimYili"},
                       IndexDeclaration::Plain}};
+    table.corrections = datesInForce("MeslekDersHavuzu", "MeslekYururlulukTarihi");
     return table;
 }
 

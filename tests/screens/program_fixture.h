@@ -8,6 +8,7 @@
 #include "core/startup.h"
 #include "core/users.h"
 #include "support/keyboard.h"
+#include "support/quiet_host.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_centre.h"
 #include "widgets/screen.h"
@@ -25,7 +26,6 @@ inline constexpr auto kPassword = "1453";
 class ProgramTest : public testing::Test {
   protected:
     void SetUp() override {
-        orvan::prepareStart(centre.folder, centre.session);
         centre.databases.connect();
         centre.addProfession("0101", "İnşaat Teknolojisi");
         centre.addProfession("0205", "Kuaförlük");
@@ -43,7 +43,7 @@ class ProgramTest : public testing::Test {
     void openProgram() {
         memory->setUser({});
         window = std::make_unique<orvan::MDIFormORVAN>(
-            orvan::Program{centre.folder, centre.session, centre.databases, dialogs, *memory, screens});
+            orvan::Program{centre.folder, centre.session, centre.databases, dialogs, *memory, screens, host});
         window->resize(1024, 768);
         showActive(*window);
     }
@@ -82,6 +82,7 @@ class ProgramTest : public testing::Test {
     ScriptedDialogs dialogs;
     orvan::FixedClock clock{QDate(2008, 9, 15)};
     std::unique_ptr<orvan::UserMemory> memory;
+    QuietHost host;
     orvan::ScreenRegistry screens;
     std::unique_ptr<orvan::MDIFormORVAN> window;
 };

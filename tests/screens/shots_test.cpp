@@ -29,7 +29,6 @@ Outcome runProgram(const QStringList& arguments) {
 
 TEST(Shots, EveryScreenOfTheProgramHasAPicture) {
     TestCentre centre;
-    orvan::prepareStart(centre.folder, centre.session);
     centre.databases.connect();
     centre.addProfession("0101", "İnşaat Teknolojisi");
     centre.databases.close();

@@ -5,7 +5,6 @@
 #include "core/general_error.h"
 #include "core/screens/login_dialog.h"
 #include "core/screens/program_icon.h"
-#include "core/startup.h"
 #include "core/structure_check.h"
 #include "widgets/screen.h"
 #include "widgets/user_memory.h"
@@ -72,7 +71,8 @@ bool MDIFormORVAN::beginSession() {
     LoginDialog login(program_.folder, program_.session, program_.dialogs, program_.memory, this);
     if (login.exec() != QDialog::Accepted) return false;
     try {
-        openAfterSignIn(program_.databases, program_.dialogs);
+        Start start{program_.folder, program_.session, program_.databases, program_.dialogs, program_.host};
+        openAfterSignIn(start);
     } catch (const std::exception& error) {
         showGeneralError(program_.dialogs, GeneralError::from(error, QStringLiteral("Connect")));
         return false;

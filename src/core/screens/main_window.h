@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/commands.h"
+#include "core/startup.h"
 
 #include <QMainWindow>
 
@@ -27,6 +28,7 @@ struct Program {
     Dialogs& dialogs;
     UserMemory& memory;
     const ScreenRegistry& screens;
+    StartHost& host;
 };
 
 class MDIFormORVAN : public QMainWindow, public Shell {

@@ -69,7 +69,6 @@ DemoCounts makeDemoCentre(const DemoOptions& options) {
     const orvan::ProgramFolder folder(options.folder);
     orvan::writeTemplates(folder.resolve(QStringLiteral("\\Mdx")));
     orvan::Session session;
-    orvan::prepareStart(folder, session);
     orvan::DatabaseSet databases(folder, session, orvan::allTables());
     databases.connect();
 

@@ -8,16 +8,12 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QLibraryInfo>
-#include <QLocale>
 #include <QStandardPaths>
 #include <QStyle>
 
 namespace orvan {
 
 namespace {
-
-// Dates are dd.MM.yyyy, decimals have a comma, whatever the computer is set to.
-void setTurkishFormats() { QLocale::setDefault(QLocale(QLocale::Turkish, QLocale::Turkey)); }
 
 // A screen without a desktop (VNC) has no style of its own; Qt's oldest one would be used.
 void takeReadableStyle() {
@@ -45,7 +41,6 @@ Application::Application(int& argc, char** argv, Dialogs& dialogs)
     : QApplication(argc, argv), dialogs_(dialogs) {
     setApplicationName(QStringLiteral("orvan"));
     setApplicationVersion(releaseText(thisRelease()));
-    setTurkishFormats();
     takeReadableStyle();
     const QString texts = QStringLiteral("qtbase_tr");
     if (qtTexts_.load(texts, applicationDirPath() + QStringLiteral("/translations")) ||

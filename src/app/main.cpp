@@ -1,12 +1,11 @@
 // app/main.cpp — the program: orvan [--folder KLASÖR] [--shots KLASÖR]
-#include "app/application.h"
+#include "app/program_start.h"
+#include "app/regional_formats.h"
 #include "app/registry.h"
 #include "app/shots.h"
 #include "catalog/all_tables.h"
 #include "core/clock.h"
 #include "core/general_error.h"
-#include "core/screens/main_window.h"
-#include "core/startup.h"
 #include "widgets/qt_dialogs.h"
 #include "widgets/user_memory.h"
 
@@ -40,18 +39,14 @@ Arguments parseArguments(const QApplication& app) {
     return {parser.value(folder), parser.value(shots)};
 }
 
-int runForPerson(Application& app, MDIFormORVAN& window, const Arguments& arguments, Dialogs& dialogs) {
-    if (!app.claimFolder(arguments.folder)) {
-        dialogs.message(QStringLiteral("Çalışan program zaten var..."), QStringLiteral("Dikkat"),
-                        Icon::Critical);
-        return 1;
-    }
-    window.showInPlace();
+int runForPerson(Start& start, MDIFormORVAN& window) {
+    if (!runStart(start)) return 1;
     if (!window.beginSession()) return 0;
     return QApplication::exec();
 }
 
 int runShots(MDIFormORVAN& window, const Program& program, const QString& folder) {
+    setRegionalFormats();
     window.resize(1024, 768);
     window.show();
     program.databases.connect();
@@ -67,23 +62,25 @@ int run(int argc, char** argv) {
     QtDialogs dialogs;
     Application app(argc, argv, dialogs);
     const Arguments arguments = parseArguments(app);
+    const bool forPerson = arguments.shotsFolder.isEmpty();
     const QTemporaryDir scratch; // pictures do not depend on what a user has arranged
-    UserMemory memory(arguments.shotsFolder.isEmpty() ? memoryFile()
-                                                      : scratch.filePath(QStringLiteral("ekranlar.ini")));
+    UserMemory memory(forPerson ? memoryFile() : scratch.filePath(QStringLiteral("ekranlar.ini")));
     const ProgramFolder folder(arguments.folder);
     const SystemClock clock;
     Session session;
     DatabaseSet databases(folder, session, allTables());
     ScreenRegistry screens;
     registerScreens(screens, databases, dialogs, memory, clock);
+    ProgramStart host(app, folder, [] {});
     try {
-        prepareStart(folder, session);
-        const Program program{folder, session, databases, dialogs, memory, screens};
+        const Program program{folder, session, databases, dialogs, memory, screens, host};
         MDIFormORVAN window(program);
-        if (arguments.shotsFolder.isEmpty()) return runForPerson(app, window, arguments, dialogs);
-        return runShots(window, program, arguments.shotsFolder);
+        host.setWindow(window);
+        if (!forPerson) return runShots(window, program, arguments.shotsFolder);
+        Start start{folder, session, databases, dialogs, host};
+        return runForPerson(start, window);
     } catch (const std::exception& error) {
-        if (arguments.shotsFolder.isEmpty())
+        if (forPerson)
             showGeneralError(dialogs, GeneralError::from(error, QStringLiteral("Başlangıç")));
         else
             std::fprintf(stderr, "orvan: %s\n", error.what());

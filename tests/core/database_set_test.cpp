@@ -1,5 +1,5 @@
 // Connect on real files: what it creates, which level database it opens, what stays open when it fails.
-#include "core/startup.h"
+#include "core/database_set.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_centre.h"
 
@@ -93,23 +93,6 @@ TEST(OpenFile, MissingFileIsToldAndGivesNothing) {
     const auto opened = openFile(centre.path("\\Data\\USTA.MDB"), dialogs);
     ASSERT_NE(opened, nullptr);
     EXPECT_TRUE(opened->database().hasTable("OgrenciBilgisi"));
-}
-
-TEST(Startup, OpensAnInstallationWhoseFilesLackTables) {
-    TestCentre centre;
-    ScriptedDialogs dialogs;
-    prepareStart(centre.folder, centre.session);
-    EXPECT_TRUE(centre.folder.exists("\\Data"));
-    centre.databases.connect();
-    centre.databases.level().database().dropTable("Devam");
-    centre.constants().execute(
-        "INSERT INTO ProgramHaklari (KullaniciAdi,ProgramAdi,GirisHakki,YazmaHakki) VALUES "
-        "('a','Ara Sınav Notu Girişi (Ders Bazında)','1','0')");
-    centre.databases.close();
-    openAfterSignIn(centre.databases, dialogs);
-    EXPECT_EQ(centre.databases.table("Devam").rowCount(), 0u);
-    EXPECT_EQ(centre.constants().query("SELECT ProgramAdi FROM ProgramHaklari").at(0, size_t{0}),
-              jet::Value("Ara Sınav Notu Girişi (Meslek - Ders)"));
 }
 
 } // namespace

@@ -6,15 +6,33 @@
 
 namespace orvan {
 
+namespace {
+
+template <class Window> QString windowName() {
+    return QString::fromLatin1(Window::staticMetaObject.className()).section(QLatin1String("::"), -1);
+}
+
+// A window that is made from `parts`, which outlive it.
+template <class Window, class... Parts> void add(ScreenRegistry& registry, const char* key, Parts&... parts) {
+    registry.add(QString::fromUtf8(key), windowName<Window>(),
+                 [&parts...]() -> QWidget* { return new Window(parts...); });
+}
+
+// The same for a window that serves several keys and is told the title first.
+template <class Window, class... Parts>
+void addTitled(ScreenRegistry& registry, const char* key, Parts&... parts) {
+    const QString name = QString::fromUtf8(key);
+    registry.add(name, windowName<Window>(), [&registry, name, &parts...]() -> QWidget* {
+        return new Window(registry.find(name)->title, parts...);
+    });
+}
+
+} // namespace
+
 void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
                      const Clock& clock) {
-    registry.add(QStringLiteral("HizliOgrenciKayit"), [&databases, &dialogs, &clock]() -> QWidget* {
-        return new hizli_ogrenci_kayit(databases, dialogs, clock);
-    });
-    const QString studentList = QStringLiteral("OgrenciListesiSinifBaz");
-    registry.add(studentList, [&, studentList]() -> QWidget* {
-        return new ogrenci_listesi(registry.find(studentList)->title, databases, dialogs, memory, clock);
-    });
+    add<hizli_ogrenci_kayit>(registry, "HizliOgrenciKayit", databases, dialogs, clock);
+    addTitled<ogrenci_listesi>(registry, "OgrenciListesiSinifBaz", databases, dialogs, memory, clock);
 }
 
 } // namespace orvan

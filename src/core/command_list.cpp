@@ -1,5 +1,5 @@
 // core/command_list.cpp — the command keys in dispatch order, each with the title its rights are stored
-// under.
+// under: first the screens, then the switches of level and data set, then what the program does itself.
 #include "core/commands.h"
 
 namespace orvan {
@@ -156,10 +156,32 @@ constexpr CommandInfo kCommands[] = {
     {"SifreYazdir", "OrvanNet için Öğrenci Şifrelerini Yazdırma"},
     {"GenelDuyuru", "OrvanNet için Çıkacak Duyurular"},
     {"İşyeri Açma", "İşyeri Açma"},
+
+    {"ToolKalfa", "Kalfa Adayları", CommandKind::Level},
+    {"ToolUsta", "Usta Adayları", CommandKind::Level},
+    {"ToolUstaOgretici", "Usta Öğretici Adayları", CommandKind::Level},
+    {"Toolisyeriacma", "İşyeri Açma", CommandKind::Level},
+    {"ToolDenklikK", "Kalfa Denklik Adayları", CommandKind::Level},
+    {"ToolDenklikU", "Usta Denklik Adayları", CommandKind::Level},
+
+    {"NormalArsiv", "Normal Arşiv", CommandKind::DataSet},
+    {"MezunlarArsiv", "Mezunlar Arşivi", CommandKind::DataSet},
+    {"AyrilmaArsiv", "Ayrılma Arşivi", CommandKind::DataSet},
+
+    {"KullaniciDegis", "", CommandKind::Own},
+    {"Cikis", "", CommandKind::Own},
+    {"Versiyonda Yapılanlar", "", CommandKind::Own},
+    {"İl İlçe Güncelleme", "", CommandKind::Own},
 };
 
 } // namespace
 
-std::span<const CommandInfo> screenCommands() { return kCommands; }
+std::span<const CommandInfo> commandList() { return kCommands; }
+
+const CommandInfo* findCommand(const QString& key) {
+    for (const CommandInfo& command : kCommands)
+        if (key == QString::fromUtf8(command.key)) return &command;
+    return nullptr;
+}
 
 } // namespace orvan

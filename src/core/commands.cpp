@@ -1,7 +1,8 @@
-// core/commands.cpp — the dispatcher: level and data-set switches, the program's own commands, and screens by
-// right.
+// core/commands.cpp — the dispatcher: screens by right, level and data-set switches, the program's own
+// commands.
 #include "core/commands.h"
 
+#include "core/archives.h"
 #include "core/general_error.h"
 #include "core/users.h"
 #include "core/values.h"
@@ -18,7 +19,7 @@ struct LevelCommand {
     Level level;
     bool equivalence;
 };
-constexpr LevelCommand kLevelCommands[] = {
+constexpr LevelCommand kLevels[] = {
     {"ToolKalfa", Level::Kalfa, false},
     {"ToolUsta", Level::Usta, false},
     {"ToolUstaOgretici", Level::UstaOgretici, false},
@@ -31,30 +32,35 @@ struct DataSetCommand {
     const char* key;
     DataSetMode mode;
 };
-constexpr DataSetCommand kDataSetCommands[] = {{"NormalArsiv", DataSetMode::Working},
-                                               {"MezunlarArsiv", DataSetMode::Graduates},
-                                               {"AyrilmaArsiv", DataSetMode::Leavers}};
+constexpr DataSetCommand kDataSets[] = {{"NormalArsiv", DataSetMode::Working},
+                                        {"MezunlarArsiv", DataSetMode::Graduates},
+                                        {"AyrilmaArsiv", DataSetMode::Leavers}};
 
-constexpr const char* kOwnCommands[] = {"KullaniciDegis", "Cikis", "Versiyonda Yapılanlar",
-                                        "İl İlçe Güncelleme"};
-
-template <class Table> auto findCommand(const Table& table, const QString& key) {
-    return std::find_if(std::begin(table), std::end(table),
-                        [&](const auto& entry) { return key == QString::fromUtf8(entry.key); });
-}
-
-const CommandInfo* findInfo(const QString& key) {
-    for (const CommandInfo& info : screenCommands())
-        if (key == QString::fromUtf8(info.key)) return &info;
-    return nullptr;
+template <class Table> const auto& entryOf(const Table& table, const QString& key) {
+    return *std::find_if(std::begin(table), std::end(table),
+                         [&](const auto& entry) { return key == QLatin1String(entry.key); });
 }
 
 } // namespace
 
-void ScreenRegistry::add(const QString& key, std::function<QWidget*()> factory) {
-    const CommandInfo* info = findInfo(key);
-    assert(info && !find(key));
-    entries_.push_back({key, QString::fromUtf8(info->title), std::move(factory)});
+QString levelCommand(const Session& session) {
+    for (const LevelCommand& command : kLevels)
+        if (LevelPaths::choose(command.level, command.equivalence) ==
+            LevelPaths::choose(session.level, session.equivalence))
+            return QLatin1String(command.key);
+    return {};
+}
+
+QString dataSetCommand(const Session& session) {
+    for (const DataSetCommand& command : kDataSets)
+        if (command.mode == session.mode) return QLatin1String(command.key);
+    return {};
+}
+
+void ScreenRegistry::add(const QString& key, const QString& window, std::function<QWidget*()> factory) {
+    const CommandInfo* command = findCommand(key);
+    assert(command && command->kind == CommandKind::Screen && !find(key));
+    entries_.push_back({key, window, QString::fromUtf8(command->title), std::move(factory)});
 }
 
 const ScreenEntry* ScreenRegistry::find(const QString& key) const {
@@ -68,12 +74,30 @@ CommandDispatcher::CommandDispatcher(const ScreenRegistry& screens, DatabaseSet&
     : screens_(screens), databases_(databases), dialogs_(dialogs), shell_(shell) {}
 
 void CommandDispatcher::onCommand(const QString& key) {
-    if (switchLevel(key) || switchDataSet(key) || runOwnCommand(key)) return;
-    const CommandInfo* info = findInfo(key);
-    if (!info) return;
-    const QString title = QString::fromUtf8(info->title);
-    if (!rightsOf(databases_.constants().sql(), databases_.session().user, title).enter)
-        return showEntryDenied(dialogs_);
+    const CommandInfo* command = findCommand(key);
+    if (!command || !mayEnter(*command)) return;
+    switch (command->kind) {
+    case CommandKind::Screen: return openScreen(key);
+    case CommandKind::Level: return switchLevel(key);
+    case CommandKind::DataSet: return switchDataSet(key);
+    case CommandKind::Own: return runOwnCommand(key);
+    }
+}
+
+bool CommandDispatcher::available(const QString& key) const {
+    const CommandInfo* command = findCommand(key);
+    return command && (command->kind != CommandKind::Screen || screens_.find(key));
+}
+
+bool CommandDispatcher::mayEnter(const CommandInfo& command) {
+    const QString title = QString::fromUtf8(command.title);
+    if (title.isEmpty()) return true;
+    if (rightsOf(databases_.constants().sql(), databases_.session().user, title).enter) return true;
+    showEntryDenied(dialogs_);
+    return false;
+}
+
+void CommandDispatcher::openScreen(const QString& key) {
     if (key == QLatin1String("frmOgrenciBilgisiSil") &&
         !dialogs_.confirms(
             QStringLiteral("Bu bölümde yapacağınız değişiklikler tüm kayıtlarınızı etkileyebilir!\n"
@@ -83,33 +107,29 @@ void CommandDispatcher::onCommand(const QString& key) {
     if (const ScreenEntry* entry = screens_.find(key)) shell_.openScreen(*entry);
 }
 
-bool CommandDispatcher::available(const QString& key) const {
-    return screens_.find(key) || findCommand(kLevelCommands, key) != std::end(kLevelCommands) ||
-           findCommand(kDataSetCommands, key) != std::end(kDataSetCommands) ||
-           std::any_of(std::begin(kOwnCommands), std::end(kOwnCommands),
-                       [&](const char* own) { return key == QString::fromUtf8(own); });
+void CommandDispatcher::switchLevel(const QString& key) {
+    const LevelCommand& command = entryOf(kLevels, key);
+    Session wanted = databases_.session();
+    wanted.level = command.level;
+    wanted.equivalence = command.equivalence;
+    reconnect(wanted);
 }
 
-bool CommandDispatcher::switchLevel(const QString& key) {
-    const auto found = findCommand(kLevelCommands, key);
-    if (found == std::end(kLevelCommands)) return false;
+// The working set has the school's current year, which Connect reads; an archive the year that is chosen.
+void CommandDispatcher::switchDataSet(const QString& key) {
     Session wanted = databases_.session();
-    wanted.level = found->level;
-    wanted.equivalence = found->equivalence;
+    wanted.mode = entryOf(kDataSets, key).mode;
+    wanted.schoolYear.clear();
+    if (wanted.mode != DataSetMode::Working) {
+        const auto year = chooseArchiveYear(databases_.folder(), wanted.mode, dialogs_);
+        if (!year) return;
+        wanted.schoolYear = *year;
+    }
     reconnect(wanted);
-    return true;
-}
-
-bool CommandDispatcher::switchDataSet(const QString& key) {
-    const auto found = findCommand(kDataSetCommands, key);
-    if (found == std::end(kDataSetCommands)) return false;
-    Session wanted = databases_.session();
-    wanted.mode = found->mode;
-    reconnect(wanted);
-    return true;
 }
 
 void CommandDispatcher::reconnect(const Session& wanted) {
+    if (!shell_.settleScreens()) return;
     const Session before = databases_.session();
     databases_.session() = wanted;
     try {
@@ -124,26 +144,31 @@ void CommandDispatcher::reconnect(const Session& wanted) {
     shell_.databaseChanged();
 }
 
-bool CommandDispatcher::runOwnCommand(const QString& key) {
+void CommandDispatcher::runOwnCommand(const QString& key) {
     if (key == QLatin1String("KullaniciDegis"))
         changeUser();
     else if (key == QLatin1String("Cikis"))
         shell_.quit();
     else if (key == QStringLiteral("Versiyonda Yapılanlar"))
         openFileOf(QStringLiteral("\\Versiyon.htm"), Open::Document);
-    else if (key == QStringLiteral("İl İlçe Güncelleme"))
-        openFileOf(QStringLiteral("\\ILILCEGUNCELLE.EXE"), Open::Program);
     else
-        return false;
-    return true;
+        openFileOf(QStringLiteral("\\ILILCEGUNCELLE.EXE"), Open::Program);
 }
 
+// The next user begins where the program begins: what this one was working on may be closed to him.
 void CommandDispatcher::changeUser() {
     if (!dialogs_.confirms(QStringLiteral("Geçerli kullanıcı oturumu sonlandırılacak!\n"
                                           "           Onaylıyor musunuz?"),
                            QStringLiteral("Kullanıcı Değiştir")))
         return;
-    databases_.session().user.clear();
+    if (!shell_.settleScreens()) return;
+    Session& session = databases_.session();
+    const Session fresh;
+    session.user.clear();
+    session.level = fresh.level;
+    session.equivalence = fresh.equivalence;
+    session.mode = fresh.mode;
+    session.schoolYear.clear();
     shell_.signInAgain();
 }
 

@@ -14,14 +14,28 @@ class QWidget;
 
 namespace orvan {
 
+enum class CommandKind {
+    Screen,  // opens the screen registered under the key
+    Level,   // switches the level database
+    DataSet, // switches between working set and archives
+    Own,     // the program's own: change of user, release notes, …
+};
+
 struct CommandInfo {
     const char* key;   // compared exactly, case matters
-    const char* title; // screen title under which the rights are stored, UTF-8
+    const char* title; // title under which the right to enter is stored, UTF-8; empty: everybody may
+    CommandKind kind = CommandKind::Screen;
 };
-std::span<const CommandInfo> screenCommands(); // in dispatch order
+std::span<const CommandInfo> commandList();         // every command, in dispatch order
+const CommandInfo* findCommand(const QString& key); // the first equal key; nullptr when there is none
+
+// The key of the session's level ("ToolDenklikK") and of its data set ("NormalArsiv").
+QString levelCommand(const Session& session);
+QString dataSetCommand(const Session& session);
 
 struct ScreenEntry {
     QString key;
+    QString window;                    // class of the window
     QString title;                     // rights title; the window's caption too
     std::function<QWidget*()> factory; // a new window; the shell owns it. Opaque to the rules
 };
@@ -29,8 +43,8 @@ struct ScreenEntry {
 // Which screens exist. `app` fills it by explicit calls at start.
 class ScreenRegistry {
   public:
-    // The title comes from screenCommands(). REQUIRES: the key is one of them and not yet registered.
-    void add(const QString& key, std::function<QWidget*()> factory);
+    // The title comes from commandList(). REQUIRES: the key is a screen's and not yet registered.
+    void add(const QString& key, const QString& window, std::function<QWidget*()> factory);
     const ScreenEntry* find(const QString& key) const; // nullptr when there is none
     const std::vector<ScreenEntry>& entries() const { return entries_; }
 
@@ -43,6 +57,8 @@ class Shell {
   public:
     virtual ~Shell() = default;
     virtual void openScreen(const ScreenEntry& entry) = 0; // as a child of the main window
+    // Unsaved work of the open screens is saved or thrown away, as the person decides. False: he has to stay.
+    virtual bool settleScreens() = 0;
     virtual void databaseChanged() = 0; // level or data set switched: caption, status bar, open screens
     virtual void signInAgain() = 0;     // the session's user has been cleared
     virtual void quit() = 0;
@@ -55,15 +71,17 @@ class CommandDispatcher {
     // All must outlive it.
     CommandDispatcher(const ScreenRegistry& screens, DatabaseSet& databases, Dialogs& dialogs, Shell& shell);
     // An unknown key does nothing. A failing Connect after a switch shows the general error and keeps the old
-    // state.
+    // state; so does an archive of which there is no file.
     void onCommand(const QString& key);
     // The command is known and a screen (or an action) stands behind it; for enabling menu entries.
     bool available(const QString& key) const;
 
   private:
-    bool switchLevel(const QString& key);
-    bool switchDataSet(const QString& key);
-    bool runOwnCommand(const QString& key);
+    bool mayEnter(const CommandInfo& command);
+    void openScreen(const QString& key);
+    void switchLevel(const QString& key);
+    void switchDataSet(const QString& key);
+    void runOwnCommand(const QString& key);
     void changeUser();
     void reconnect(const Session& wanted);
     enum class Open { Document, Program };

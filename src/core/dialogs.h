@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <QString>
+#include <QStringList>
 
 namespace orvan {
 
@@ -37,6 +38,10 @@ class Dialogs {
     virtual std::optional<QString> inputText(const QString& label, const QString& title,
                                              const QString& initial = {},
                                              InputKind kind = InputKind::Plain) = 0;
+    // Place in `choices` of the one that the person takes; `preset` is the one marked at first. Nothing when
+    // he cancels. REQUIRES: choices is not empty.
+    virtual std::optional<qsizetype> choose(const QString& text, const QString& title,
+                                            const QStringList& choices, qsizetype preset = 0) = 0;
     // `filter` as "Resim Dosyaları (*.bmp;*.jpg)|*.bmp;*.jpg". Whole path, or nothing when cancelled.
     virtual std::optional<QString> chooseFile(const QString& title, const QString& filter,
                                               const QString& startFolder = {}) = 0;

@@ -1,6 +1,5 @@
 // core/rights.cpp — the rights check on ProgramHaklari, with the families of screens that share a right.
-#include "core/row_writer.h"
-#include "core/users.h"
+#include "core/user_administration.h"
 #include "core/values.h"
 
 #include <array>
@@ -80,15 +79,7 @@ bool mayWrite(jet::SqlSession& constants, const QString& user, const QString& ti
 }
 
 void grantAll(jet::Database& constants, const QString& user, Rights rights) {
-    jet::SqlSession sql(constants);
-    sql.execute("Delete * from programhaklari where kullaniciadi = ?", Parameters{user});
-    jet::Table table = constants.openTable("ProgramHaklari");
-    RowWriter writer(table, {"KullaniciAdi", "ProgramAdi", "GirisHakki", "YazmaHakki"});
-    const jet::Value enter(rights.enter ? "1" : "0"), write(rights.write ? "1" : "0");
-    jet::WriteBatch batch(constants);
-    for (const QString& title : programTitles())
-        writer.add({textValue(user), textValue(title), enter, write});
-    batch.commit();
+    storeRights(constants, user, UserRights(static_cast<size_t>(programTitles().size()), rights));
 }
 
 } // namespace orvan

@@ -13,19 +13,6 @@ constexpr auto kIndex = "indKullanici";
 constexpr auto kName = "Kullanici_Adi";
 constexpr auto kPassword = "KullaniciSifre";
 
-// Makes the user's record current. By the index; a name stored with blanks round it is found by walking.
-bool findUser(jet::Table& users, const QString& name) {
-    if (users.def().findIndex(kIndex)) {
-        users.setIndex(kIndex);
-        const jet::Value key = textValue(name);
-        if (users.seek(jet::SeekOp::Equal, {&key, 1})) return true;
-    }
-    users.setIndex("");
-    for (bool more = users.moveFirst(); more; more = users.moveNext())
-        if (sameTurkish(trimmedText(users.value(kName)), name)) return true;
-    return false;
-}
-
 SignInResult refused(const char* text) { return {SignIn::Refused, {}, QString::fromUtf8(text)}; }
 
 // The very first user of an installation; true when the person wants it.
@@ -42,6 +29,19 @@ bool offerFirstUser(Connection& constants, Dialogs& dialogs, const QString& name
 }
 
 } // namespace
+
+// By the index; a name stored with blanks round it is found by walking.
+bool findUser(jet::Table& users, const QString& name) {
+    if (users.def().findIndex(kIndex)) {
+        users.setIndex(kIndex);
+        const jet::Value key = textValue(name);
+        if (users.seek(jet::SeekOp::Equal, {&key, 1})) return true;
+    }
+    users.setIndex("");
+    for (bool more = users.moveFirst(); more; more = users.moveNext())
+        if (sameTurkish(trimmedText(users.value(kName)), name)) return true;
+    return false;
+}
 
 SignInResult checkSignIn(jet::Database& constants, const QString& name, const QString& password) {
     const QString typedName = trimBlanks(name);

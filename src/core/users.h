@@ -40,7 +40,9 @@ bool mayWrite(jet::SqlSession& constants, const QString& user, const QString& ti
 
 QStringList programTitles(); // every screen title, in the order of the rights tree
 
-// --- administration, as far as making a user goes
+// --- administration, as far as making a user goes; the rest: user_administration.h
+// Makes the user's record current in a handle on Kullanici; false when there is none.
+bool findUser(jet::Table& users, const QString& name);
 bool userExists(jet::Database& constants, const QString& name);
 void createUser(jet::Database& constants, const QString& name, const QString& password); // Err::DuplicateKey
 // Replaces the user's rights: one row per title.

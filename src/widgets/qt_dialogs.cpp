@@ -1,6 +1,8 @@
 // widgets/qt_dialogs.cpp — message boxes, questions, text input, file choice and progress.
 #include "widgets/qt_dialogs.h"
 
+#include "widgets/choice_box.h"
+
 #include <algorithm>
 #include <QApplication>
 #include <QDialog>
@@ -158,6 +160,13 @@ std::optional<QString> QtDialogs::inputText(const QString& label, const QString&
     layout->addWidget(buttons);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     return text->text();
+}
+
+std::optional<qsizetype> QtDialogs::choose(const QString& text, const QString& title,
+                                           const QStringList& choices, qsizetype preset) {
+    ChoiceBox box(text, title, choices, preset, QApplication::activeWindow());
+    if (box.exec() != QDialog::Accepted) return std::nullopt;
+    return box.chosen();
 }
 
 std::optional<QString> QtDialogs::chooseFile(const QString& title, const QString& filter,

@@ -17,6 +17,9 @@ class QtDialogs final : public Dialogs {
     bool askOkCancel(const QString& text, const QString& title, Icon icon = Icon::Question) override;
     std::optional<QString> inputText(const QString& label, const QString& title, const QString& initial = {},
                                      InputKind kind = InputKind::Plain) override;
+    // A list with a line to type part of a choice into.
+    std::optional<qsizetype> choose(const QString& text, const QString& title, const QStringList& choices,
+                                    qsizetype preset = 0) override;
     std::optional<QString> chooseFile(const QString& title, const QString& filter,
                                       const QString& startFolder = {}) override;
     std::optional<QString> chooseSaveFile(const QString& title, const QString& filter,

@@ -33,7 +33,7 @@ bool Screen::settleUnsaved() {
         dialogs_.askYesNo(QStringLiteral("Yapmış olabileceğiniz değişiklikleri kaydetmeden çıkmak "
                                          "üzeresiniz.\nBilgileriniz kayıt edilsin mi?"),
                           QStringLiteral("Uyarı"), Answer::Yes);
-    if (answer == Answer::Yes) return save();
+    if (answer == Answer::Yes) return saveOnLeaving();
     discardChanges();
     setUnsaved(false);
     return true;

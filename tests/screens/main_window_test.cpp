@@ -135,8 +135,8 @@ TEST_F(MainWindowTest, AltLettersAreUniqueInEachMenuAndBetweenMenuBarAndScreens)
     };
     const QStringList bar = letters(window->menuBar()->actions());
     expectUnique(bar, "menu bar");
-    for (const QAction* menu : window->menuBar()->actions())
-        expectUnique(letters(menu->menu()->actions()), menu->text());
+    for (const QMenu* menu : window->menuBar()->findChildren<QMenu*>() + window->findChildren<QMenu*>())
+        if (!menu->title().isEmpty()) expectUnique(letters(menu->actions()), menu->title());
     for (const orvan::ScreenEntry& entry : screens.entries()) {
         window->openScreen(entry);
         QStringList all = bar;
@@ -148,6 +148,47 @@ TEST_F(MainWindowTest, AltLettersAreUniqueInEachMenuAndBetweenMenuBarAndScreens)
         all.removeAll(QString());
         expectUnique(all, entry.title);
     }
+}
+
+// A program that has all its screens: every command stands in the menus once, with its own Alt letter.
+TEST_F(ProgramTest, TheMenusHoldEveryCommandOnce) {
+    orvan::ScreenRegistry all;
+    for (const orvan::CommandInfo& command : orvan::commandList())
+        if (command.kind == orvan::CommandKind::Screen)
+            all.add(QString::fromUtf8(command.key), "pencere", [] { return nullptr; });
+    window = std::make_unique<orvan::MDIFormORVAN>(
+        orvan::Program{centre.folder, centre.session, centre.databases, dialogs, *memory, all, host});
+    QStringList shown, toolbar;
+    for (const QMenu* menu : window->findChildren<QMenu*>()) {
+        QSet<QString> letters;
+        EXPECT_FALSE(menu->isEmpty()) << menu->title().toStdString();
+        for (const QAction* action : menu->actions()) {
+            if (!action->data().toString().isEmpty()) shown << action->data().toString();
+            const QString letter = QKeySequence::mnemonic(action->text()).toString();
+            EXPECT_TRUE(action->isSeparator() || !letter.isEmpty()) << action->text().toStdString();
+            EXPECT_FALSE(letters.contains(letter) && !letter.isEmpty())
+                << menu->title().toStdString() << ": " << action->text().toStdString();
+            letters << letter;
+        }
+    }
+    QStringList expected;
+    for (const orvan::CommandInfo& command : orvan::commandList())
+        expected << QString::fromUtf8(command.key);
+    shown.sort();
+    expected.sort();
+    EXPECT_EQ(shown.join('\n'), expected.join('\n'));
+}
+
+// A menu of commands behind which nothing stands yet is left out.
+TEST_F(ProgramTest, EmptyMenusAreNotShown) {
+    const orvan::ScreenRegistry none;
+    window = std::make_unique<orvan::MDIFormORVAN>(
+        orvan::Program{centre.folder, centre.session, centre.databases, dialogs, *memory, none, host});
+    QStringList menus;
+    for (const QAction* menu : window->menuBar()->actions())
+        menus << menu->menu()->objectName();
+    EXPECT_EQ(menus.join(' '), "menuCalisma menuPencere menuYardim");
+    EXPECT_EQ(window->findChild<QMenu*>("menuBakim"), nullptr);
 }
 
 TEST_F(MainWindowTest, NoShortcutNeedsAltGrAndNoneIsTwice) {

@@ -19,6 +19,9 @@ class DecliningDialogs : public orvan::Dialogs {
                                      orvan::InputKind) override {
         return {};
     }
+    std::optional<qsizetype> choose(const QString&, const QString&, const QStringList&, qsizetype) override {
+        return {};
+    }
     std::optional<QString> chooseFile(const QString&, const QString&, const QString&) override { return {}; }
     std::optional<QString> chooseSaveFile(const QString&, const QString&, const QString&) override {
         return {};

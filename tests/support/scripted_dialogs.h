@@ -29,6 +29,13 @@ class ScriptedDialogs final : public orvan::Dialogs {
     ScriptedDialogs& expectInput(const QString& label, std::optional<QString> answer) {
         return add(Kind::Input, label, {}, std::move(answer), false);
     }
+    // The person takes `answer`, which must be one of the choices; `choices`, when given, must be all of
+    // them.
+    ScriptedDialogs& expectChoice(const QString& text, std::optional<QString> answer,
+                                  const QStringList& choices = {}) {
+        choices_.push_back(choices);
+        return add(Kind::Choice, text, {}, std::move(answer), false);
+    }
     ScriptedDialogs& expectFile(const QString& title, std::optional<QString> answer) {
         return add(Kind::File, title, {}, std::move(answer), false);
     }
@@ -57,6 +64,19 @@ class ScriptedDialogs final : public orvan::Dialogs {
                                      orvan::InputKind) override {
         return take(Kind::Input, label, title).answer;
     }
+    std::optional<qsizetype> choose(const QString& text, const QString& title, const QStringList& choices,
+                                    qsizetype) override {
+        const Expected expected = take(Kind::Choice, text, title);
+        if (expected.kind != Kind::Choice) return {};
+        const QStringList all = std::exchange(choices_.front(), {});
+        choices_.pop_front();
+        if (!all.isEmpty()) {
+            EXPECT_EQ(choices.join('|'), all.join('|'));
+        }
+        if (!expected.answer) return {};
+        EXPECT_TRUE(choices.contains(*expected.answer)) << expected.answer->toStdString();
+        return choices.indexOf(*expected.answer);
+    }
     std::optional<QString> chooseFile(const QString& title, const QString&, const QString&) override {
         return take(Kind::File, title, {}).answer;
     }
@@ -71,7 +91,7 @@ class ScriptedDialogs final : public orvan::Dialogs {
     }
 
   private:
-    enum class Kind { Message, YesNo, OkCancel, Input, File, Folder };
+    enum class Kind { Message, YesNo, OkCancel, Input, Choice, File, Folder };
     struct Expected {
         Kind kind;
         QString text, title;
@@ -109,6 +129,7 @@ class ScriptedDialogs final : public orvan::Dialogs {
     }
 
     std::deque<Expected> script_;
+    std::deque<QStringList> choices_; // of the Choice entries, in their order
     int cancelAfter_ = -1;
 };
 

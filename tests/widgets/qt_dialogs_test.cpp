@@ -2,6 +2,7 @@
 #include "support/keyboard.h"
 #include "widgets/qt_dialogs.h"
 
+#include <functional>
 #include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
@@ -108,6 +109,50 @@ TEST(QtDialogs, ProgressNeverRunsBackAndCanBeStopped) {
     EXPECT_TRUE(progress->cancelled());
     progress.reset();
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST(QtDialogs, AChoiceIsFoundByTypingPartOfIt) {
+    QtDialogs dialogs;
+    const QStringList years{"2009-2010  (Kalfa)", "2008-2009  (Kalfa, Usta)", "2007-2008  (Işık Ustası)"};
+    const struct {
+        const char* title;
+        std::function<void()> keys;
+        std::optional<qsizetype> chosen;
+    } cases[] = {
+        {"Enter takes the preset", [] { press(Qt::Key_Return); }, 1},
+        {"arrows move while the caret stays in the line",
+         [] {
+             press(Qt::Key_Down);
+             press(Qt::Key_Return);
+         },
+         2},
+        {"typed part, Turkish letters",
+         [] {
+             type("ışık");
+             press(Qt::Key_Return);
+         },
+         2},
+        {"the first of several that hold it",
+         [] {
+             type("2009");
+             press(Qt::Key_Up);
+             press(Qt::Key_Return);
+         },
+         0},
+        {"nothing matches: Enter does nothing",
+         [] {
+             type("1850");
+             press(Qt::Key_Return);
+             press(Qt::Key_Escape);
+         },
+         std::nullopt},
+        {"Esc", [] { press(Qt::Key_Escape); }, std::nullopt},
+    };
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.title);
+        OnBox box([&](QWidget&) { one.keys(); });
+        EXPECT_EQ(dialogs.choose("Hangi öğretim yılı açılsın?", "Mezunlar Arşivi", years, 1), one.chosen);
+    }
 }
 
 TEST(QtDialogs, FileFiltersBecomeQtsForm) {

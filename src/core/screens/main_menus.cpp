@@ -2,6 +2,7 @@
 #include "core/screens/main_window.h"
 #include "core/screens/menu_plan.h"
 
+#include <algorithm>
 #include <QAction>
 #include <QActionGroup>
 #include <QDialog>
@@ -50,23 +51,31 @@ void MDIFormORVAN::buildMenus() {
     toolbar_->setToolButtonStyle(Qt::ToolButtonTextOnly);
     levels_ = new QActionGroup(this);
     dataSets_ = new QActionGroup(this);
-    for (const MenuPlan& plan : menuPlans()) {
-        auto* menu = new QMenu(QString::fromUtf8(plan.text), this);
-        menu->setObjectName(QString::fromLatin1(plan.name));
-        for (const MenuCommand& command : plan.commands)
-            addCommand(menu, command);
-        if (menu->isEmpty())
-            delete menu;
-        else
-            menuBar()->addMenu(menu);
-    }
+    for (const MenuPlan& plan : menuPlans())
+        if (QMenu* menu = makeMenu(plan, this)) menuBar()->addMenu(menu);
     buildWindowMenu();
     buildHelpMenu();
 }
 
+QMenu* MDIFormORVAN::makeMenu(const MenuPlan& plan, QWidget* parent) {
+    auto* menu = new QMenu(QString::fromUtf8(plan.text), parent);
+    menu->setObjectName(QString::fromLatin1(plan.name));
+    for (const MenuCommand& command : plan.commands)
+        addCommand(menu, command);
+    const auto entries = menu->actions();
+    if (std::any_of(entries.begin(), entries.end(), [](QAction* entry) { return !entry->isSeparator(); }))
+        return menu;
+    delete menu;
+    return nullptr;
+}
+
 void MDIFormORVAN::addCommand(QMenu* menu, const MenuCommand& command) {
+    if (command.submenu) {
+        if (QMenu* submenu = makeMenu(*command.submenu, menu)) menu->addMenu(submenu);
+        return;
+    }
     if (!command.key) {
-        menu->addSeparator();
+        menu->addSeparator(); // Qt draws none at the ends of a menu and never two together
         return;
     }
     const QString key = QString::fromUtf8(command.key);
@@ -77,18 +86,20 @@ void MDIFormORVAN::addCommand(QMenu* menu, const MenuCommand& command) {
     action->setAutoRepeat(false);
     if (command.shortcut) action->setShortcut(QKeySequence(QString::fromLatin1(command.shortcut)));
     connect(action, &QAction::triggered, this, [this, key] { run(key); });
-    const bool isLevel = key.startsWith(QLatin1String("Tool"));
-    if (isLevel || key.endsWith(QLatin1String("Arsiv"))) {
+    const CommandKind kind = findCommand(key)->kind;
+    if (kind == CommandKind::Level || kind == CommandKind::DataSet) {
         action->setCheckable(true);
-        (isLevel ? levels_ : dataSets_)->addAction(action);
+        (kind == CommandKind::Level ? levels_ : dataSets_)->addAction(action);
     }
-    if (command.toolbar) {
-        action->setIconText(QString::fromUtf8(command.toolbar));
-        if (command.shortcut)
-            action->setToolTip(QStringLiteral("%1 (%2)").arg(action->text().remove(u'&'),
-                                                             QString::fromLatin1(command.shortcut)));
-        toolbar_->addAction(action);
-    }
+    if (command.toolbar) addToToolbar(action, command);
+}
+
+void MDIFormORVAN::addToToolbar(QAction* action, const MenuCommand& command) {
+    action->setIconText(QString::fromUtf8(command.toolbar));
+    if (command.shortcut)
+        action->setToolTip(QStringLiteral("%1 (%2)").arg(action->text().remove(u'&'),
+                                                         QString::fromLatin1(command.shortcut)));
+    toolbar_->addAction(action);
 }
 
 void MDIFormORVAN::buildWindowMenu() {
@@ -151,8 +162,8 @@ void MDIFormORVAN::showShortcuts() {
         layout->addWidget(name, row, 0);
         layout->addWidget(new QLabel(meaning, &box), row++, 1);
     };
-    for (const QAction* menu : menuBar()->actions())
-        for (const QAction* action : menu->menu()->actions())
+    for (const QMenu* menu : findChildren<QMenu*>())
+        for (const QAction* action : menu->actions())
             if (!action->shortcut().isEmpty())
                 add(action->shortcut().toString(QKeySequence::NativeText), action->text().remove(u'&'));
     for (const auto& shared : kSharedKeys)

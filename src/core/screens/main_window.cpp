@@ -32,13 +32,6 @@ const QString kWindowPlace = QStringLiteral("AnaPencere/Yer");
 
 QString placeKey(const QString& screen) { return QStringLiteral("Pencere-%1/Yer").arg(screen); }
 
-bool changesDatabase(const QString& key) {
-    static const QStringList keys{"ToolKalfa",      "ToolUsta",      "ToolUstaOgretici",
-                                  "Toolisyeriacma", "ToolDenklikK",  "ToolDenklikU",
-                                  "NormalArsiv",    "MezunlarArsiv", "AyrilmaArsiv"};
-    return keys.contains(key);
-}
-
 } // namespace
 
 MDIFormORVAN::MDIFormORVAN(const Program& program, QWidget* parent)
@@ -89,8 +82,6 @@ void MDIFormORVAN::sessionReady() {
 }
 
 void MDIFormORVAN::run(const QString& key) {
-    const bool leaves = changesDatabase(key) || key == QLatin1String("KullaniciDegis");
-    if (leaves && !settleScreens()) return showState();
     attempt(program_.dialogs, key, [&] { dispatcher_.onCommand(key); });
     showState();
 }
@@ -254,17 +245,8 @@ void MDIFormORVAN::showState() {
         for (QAction* action : group->actions())
             action->setChecked(action->data().toString() == key);
     };
-    static const char* const kLevelKeys[] = {"ToolKalfa",      "ToolUsta",     "ToolUstaOgretici",
-                                             "Toolisyeriacma", "ToolDenklikK", "ToolDenklikU"};
-    auto levelIndex = static_cast<size_t>(session.level);
-    if (session.equivalence && session.level == Level::Kalfa)
-        levelIndex = static_cast<size_t>(Level::DenklikKalfa);
-    if (session.equivalence && session.level == Level::Usta)
-        levelIndex = static_cast<size_t>(Level::DenklikUsta);
-    check(levels_, QString::fromLatin1(kLevelKeys[levelIndex]));
-    check(dataSets_, session.mode == DataSetMode::Working     ? QStringLiteral("NormalArsiv")
-                     : session.mode == DataSetMode::Graduates ? QStringLiteral("MezunlarArsiv")
-                                                              : QStringLiteral("AyrilmaArsiv"));
+    check(levels_, levelCommand(session));
+    check(dataSets_, dataSetCommand(session));
 }
 
 } // namespace orvan

@@ -17,6 +17,7 @@ class QToolBar;
 namespace orvan {
 
 struct MenuCommand;
+struct MenuPlan;
 class Screen;
 class UserMemory;
 
@@ -44,14 +45,14 @@ class MDIFormORVAN : public QMainWindow, public Shell {
     bool beginSession();
     // The databases are open for session.user: menus come alive.
     void sessionReady();
-    // Runs a command as its menu entry does. Screens with unsaved work are settled first when the database
-    // changes.
+    // Runs a command as its menu entry does.
     void run(const QString& key);
 
     QList<Screen*> openScreens() const;
 
     // Shell
     void openScreen(const ScreenEntry& entry) override;
+    bool settleScreens() override;
     void databaseChanged() override;
     void signInAgain() override;
     void quit() override;
@@ -64,14 +65,15 @@ class MDIFormORVAN : public QMainWindow, public Shell {
 
   private:
     void buildMenus();
+    QMenu* makeMenu(const MenuPlan& plan, QWidget* parent); // nullptr when nothing stands behind its commands
     void addCommand(QMenu* menu, const MenuCommand& command);
+    void addToToolbar(QAction* action, const MenuCommand& command);
     void buildWindowMenu();
     void fillWindowMenu();
     void buildHelpMenu();
     void buildStatusBar();
     void showShortcuts();
     void showState();
-    bool settleScreens();
     void closeScreens();
     void rememberPlace(QMdiSubWindow* window);
     void place(QMdiSubWindow* window, const QString& name);

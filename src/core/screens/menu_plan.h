@@ -6,11 +6,14 @@
 
 namespace orvan {
 
+struct MenuPlan;
+
 struct MenuCommand {
-    const char* key;                // command key; nullptr: a line between groups
-    const char* text;               // with an Alt letter, unique in its menu
-    const char* shortcut = nullptr; // key sequence, or none
-    const char* toolbar = nullptr;  // short text in the toolbar, or none
+    const char* key;                   // command key; nullptr: a line between groups, or a menu
+    const char* text;                  // with an Alt letter, unique in its menu
+    const char* shortcut = nullptr;    // key sequence, or none
+    const char* toolbar = nullptr;     // short text in the toolbar, or none
+    const MenuPlan* submenu = nullptr; // a menu inside the menu; the rest is unused then
 };
 
 struct MenuPlan {

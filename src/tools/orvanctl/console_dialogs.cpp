@@ -34,6 +34,11 @@ std::optional<QString> ConsoleDialogs::inputText(const QString&, const QString&,
                                                  orvan::InputKind) {
     return std::nullopt;
 }
+std::optional<qsizetype> ConsoleDialogs::choose(const QString& text, const QString& title, const QStringList&,
+                                                qsizetype) {
+    print(text, title);
+    return std::nullopt;
+}
 std::optional<QString> ConsoleDialogs::chooseFile(const QString&, const QString&, const QString&) {
     return std::nullopt;
 }

@@ -14,6 +14,8 @@ class ConsoleDialogs final : public orvan::Dialogs {
     bool askOkCancel(const QString& text, const QString& title, orvan::Icon icon) override;
     std::optional<QString> inputText(const QString& label, const QString& title, const QString& initial,
                                      orvan::InputKind kind) override;
+    std::optional<qsizetype> choose(const QString& text, const QString& title, const QStringList& choices,
+                                    qsizetype preset) override;
     std::optional<QString> chooseFile(const QString& title, const QString& filter,
                                       const QString& folder) override;
     std::optional<QString> chooseSaveFile(const QString& title, const QString& filter,

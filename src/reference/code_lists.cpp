@@ -16,6 +16,12 @@ QString nameOf(jet::SqlSession& level, const QString& group, const QString& code
                                  Parameters{group, code, version}));
 }
 
+QString codeIn(jet::SqlSession& level, const char* group, const QString& description, int version) {
+    return firstText(level.query("SELECT Ta_Tanim_Kod FROM Parametrik_giris WHERE Ta_Tanim_Grup = ?"
+                                 " AND trim(Ta_tanim_aciklama) = ? AND ID = ?",
+                                 Parameters{group, description.trimmed(), version}));
+}
+
 } // namespace
 
 QString descriptionOf(jet::SqlSession& level, const QString& group, const QString& code) {
@@ -60,6 +66,14 @@ QString professionName(jet::SqlSession& level, const QString& code, int version)
 QString mainProfessionName(jet::SqlSession& level, const QString& code, int version) {
     const QString name = nameOf(level, QString::fromUtf8(group::mainProfession), code, version);
     return name.isEmpty() ? QStringLiteral("Bu koda ait AnaMeslek yok") : name;
+}
+
+QString professionCode(jet::SqlSession& level, const QString& description, int version) {
+    return codeIn(level, group::profession, description, version);
+}
+
+QString mainProfessionCode(jet::SqlSession& level, const QString& description, int version) {
+    return codeIn(level, group::mainProfession, description, version);
 }
 
 } // namespace orvan

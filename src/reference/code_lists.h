@@ -36,5 +36,8 @@ std::vector<Profession> professions(jet::SqlSession& level); // by name, then ve
 // "Bu koda ait Meslek yok" / "Bu koda ait AnaMeslek yok" when the code has no row.
 QString professionName(jet::SqlSession& level, const QString& code, int version);
 QString mainProfessionName(jet::SqlSession& level, const QString& code, int version);
+// The code of a description (compared trimmed) in a version; empty when there is none.
+QString professionCode(jet::SqlSession& level, const QString& description, int version);
+QString mainProfessionCode(jet::SqlSession& level, const QString& description, int version);
 
 } // namespace orvan

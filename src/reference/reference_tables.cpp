@@ -2,6 +2,8 @@
 // with.
 #include "reference/reference_tables.h"
 
+#include "reference/schooling.h"
+
 namespace orvan {
 namespace {
 
@@ -13,32 +15,8 @@ FirstRows firstDefinitions() {
     FirstRows first;
     first.fields = {"Ta_Tanim_Grup", "Ta_Tanim_Kod", "Ta_tanim_aciklama"};
     first.keyFields = 2;
-    const char* const schooling[][2] = {
-        {"01", "İlköğretim Mezunu"},
-        {"02", "İlkokul Mezunu"},
-        {"03", "Ortaokul Mezunu"},
-        {"04", "Ortaokul 1 Terk"},
-        {"05", "Ortaokul 2 Terk"},
-        {"06", "Ortaokul 3 Terk"},
-        {"07", "Ortaokula Devam Ediyor"},
-        {"10", "Lise Mezunu"},
-        {"11", "Lise 1 Terk"},
-        {"12", "Lise 2 Terk"},
-        {"13", "Lise 3 Terk"},
-        {"14", "Lise Devam Ediyor"},
-        {"20", "Meslek Lisesi Mezunu"},
-        {"21", "Meslek Lisesi 1 Terk"},
-        {"22", "Meslek Lisesi 2 Terk"},
-        {"23", "Meslek Lisesi 3 Terk"},
-        {"30", "Teknik Lise Mezunu"},
-        {"40", "Açık Lise Mezunu"},
-        {"41", "Açık Lise Devam Ediyor"},
-        {"50", "Yüksekokul Mezunu"},
-        {"51", "Yüksekokul Terk"},
-        {"60", "Lisans Mezunu"},
-    };
-    for (const auto& row : schooling)
-        first.rows.push_back(definition("ÖğrenimDr", row[0], row[1]));
+    for (const SchoolingLevel& level : schoolingLevels())
+        first.rows.push_back(definition("ÖğrenimDr", level.code, level.description));
     const char* const states[][2] = {
         {"0", "ADAY ÇIRAK"}, {"1", "1.DÖNEM"}, {"2", "2.DÖNEM"}, {"3", "3.DÖNEM"}, {"4", "4.DÖNEM"},
         {"5", "5.DÖNEM"},    {"6", "6.DÖNEM"}, {"7", "7.DÖNEM"}, {"8", "8.DÖNEM"}, {"10", "BİTİRME"},
@@ -161,15 +139,6 @@ TableDeclaration classes() {
     return table;
 }
 
-TableDeclaration districts() {
-    TableDeclaration table{DatabaseKind::Constants, "Meb_Ilce_Tablo", {}, {}, {}};
-    table.fields = {textField("Ilce_Kodu", 6, "İlçe kodu"), textField("Il_Kodu", 2, "İl kodu"),
-                    textField("Ilce_Adi", 40, "İlçe adı")};
-    table.indexes = {{"indIlce", {"Ilce_Kodu"}, IndexDeclaration::Plain},
-                     {"indIlceIl", {"Il_Kodu", "Ilce_Adi"}, IndexDeclaration::Plain}};
-    return table;
-}
-
 TableDeclaration minimumWages() {
     TableDeclaration table{DatabaseKind::Constants, "AsgariUcret", {}, {}, {}};
     table.fields = {longField("Yil", "Yıl"), longField("Ay", "Ay"),
@@ -183,8 +152,8 @@ TableDeclaration minimumWages() {
 } // namespace
 
 std::vector<TableDeclaration> referenceTables() {
-    return {coursePool(),           curriculum(),    definitions(), classes(),
-            schoolConstantsTable(), provinceTable(), districts(),   minimumWages()};
+    return {coursePool(),           curriculum(),    definitions(),   classes(),
+            schoolConstantsTable(), provinceTable(), districtTable(), minimumWages()};
 }
 
 } // namespace orvan

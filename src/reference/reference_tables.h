@@ -9,5 +9,6 @@ namespace orvan {
 std::vector<TableDeclaration> referenceTables();
 TableDeclaration schoolConstantsTable(); // SabitBilgiler: one row
 TableDeclaration provinceTable();        // Meb_Il_Tablo with the 81 provinces
+TableDeclaration districtTable();        // Meb_Ilce_Tablo with their districts
 
 } // namespace orvan

@@ -40,6 +40,9 @@ TEST_F(CodeListsTest, ProfessionsByCodeAndVersion) {
     EXPECT_EQ(professionName(centre.level(), "1101", 3), "Oto Tamirciliği");
     EXPECT_EQ(professionName(centre.level(), "1101", 2), "Bu koda ait Meslek yok");
     EXPECT_EQ(mainProfessionName(centre.level(), "1101", 4), "Bu koda ait AnaMeslek yok");
+    EXPECT_EQ(professionCode(centre.level(), " Oto Tamirciliği ", 3), "1101");
+    EXPECT_EQ(professionCode(centre.level(), "Oto Tamirciliği", 4), "");
+    EXPECT_EQ(mainProfessionCode(centre.level(), "Oto Tamirciliği", 3), "");
     QStringList names;
     for (const Profession& profession : professions(centre.level()))
         names << profession.name;

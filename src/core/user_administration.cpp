@@ -5,7 +5,6 @@
 #include "core/row_writer.h"
 #include "core/turkish_text.h"
 #include "core/values.h"
-#include "jet/index/sort_key.h"
 
 #include <QHash>
 
@@ -13,7 +12,6 @@ namespace orvan {
 namespace {
 
 constexpr auto kUsers = "Kullanici";
-constexpr auto kName = "Kullanici_Adi";
 constexpr auto kPassword = "KullaniciSifre";
 const QString kWarning = QStringLiteral("Uyarı");
 
@@ -83,8 +81,6 @@ bool UserAdministration::requireChange() {
 
 void UserAdministration::warn(const QString& text) { dialogs_.message(text, kWarning, Icon::Warning); }
 
-int UserAdministration::width(const char* field) const { return databases_.schema().width(kUsers, field); }
-
 // What was typed stays in the line until it can be stored.
 std::optional<QString> UserAdministration::askName() {
     QString typed;
@@ -92,18 +88,9 @@ std::optional<QString> UserAdministration::askName() {
         const auto answer = dialogs_.inputText(QStringLiteral("Yeni Kullanıcı Adı:"), title(), typed);
         if (!answer) return std::nullopt;
         typed = *answer;
-        const QString name = trimBlanks(typed);
-        if (name.isEmpty())
-            warn(QStringLiteral("Lütfen Kullanıcı Adını Giriniz !"));
-        else if (name.size() > width(kName))
-            warn(QStringLiteral("Kullanıcı adı en çok %1 karakter olabilir; yazdığınız %2 karakter.")
-                     .arg(width(kName))
-                     .arg(name.size()));
-        else if (!jet::canMakeTextKey(utf8(name), jet::kTurkishSort))
-            warn(QStringLiteral("Kullanıcı adında kullanılamayan bir karakter var. Lütfen harf, rakam ve "
-                                "noktalama işaretleriyle yazınız."));
-        else
-            return name;
+        const QString fault = userNameFault(trimBlanks(typed));
+        if (fault.isEmpty()) return trimBlanks(typed);
+        warn(fault);
     }
 }
 
@@ -113,10 +100,9 @@ std::optional<QString> UserAdministration::askPassword(const QString& label) {
         const auto answer = dialogs_.inputText(label, title(), {}, InputKind::Password);
         if (!answer) return std::nullopt;
         const QString password = trimBlanks(*answer);
-        if (password.size() <= width(kPassword)) return password;
-        warn(QStringLiteral("Şifre en çok %1 karakter olabilir; yazdığınız %2 karakter.")
-                 .arg(width(kPassword))
-                 .arg(password.size()));
+        const QString fault = passwordFault(password);
+        if (fault.isEmpty() || password.isEmpty()) return password;
+        warn(fault);
     }
 }
 
@@ -132,7 +118,7 @@ std::optional<QString> UserAdministration::newUser() {
     const auto password = askPassword(QStringLiteral("Şifre:"));
     if (!password) return std::nullopt;
     if (password->isEmpty()) {
-        warn(QStringLiteral("Lütfen Kullanıcı Şifresini Giriniz !"));
+        warn(passwordFault(*password));
         return std::nullopt;
     }
     const auto repeated = askPassword(QStringLiteral("Şifre (tekrar):"));

@@ -50,7 +50,6 @@ class UserAdministration {
   private:
     std::optional<QString> askName();
     std::optional<QString> askPassword(const QString& label);
-    int width(const char* field) const;
     bool keepsAnAdministrator(const QString& user, const UserRights& marks);
     void warn(const QString& text);
     jet::Database& constants() { return databases_.constants().database(); }

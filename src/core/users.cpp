@@ -3,7 +3,9 @@
 
 #include "core/ini_file.h"
 #include "core/turkish_text.h"
+#include "core/user_tables.h"
 #include "core/values.h"
+#include "jet/index/sort_key.h"
 
 namespace orvan {
 namespace {
@@ -15,17 +17,29 @@ constexpr auto kPassword = "KullaniciSifre";
 
 SignInResult refused(const char* text) { return {SignIn::Refused, {}, QString::fromUtf8(text)}; }
 
-// The very first user of an installation; true when the person wants it.
-bool offerFirstUser(Connection& constants, Dialogs& dialogs, const QString& name, const QString& password) {
-    if (constants.database().openTable(kTable).rowCount() > 0) return false;
+QString lengthFault(const QString& what, const QString& text, const char* field) {
+    const int width = Schema(userTables()).width(kTable, field);
+    if (text.size() <= width) return {};
+    return QStringLiteral("%1 en çok %2 karakter olabilir; yazdığınız %3 karakter.")
+        .arg(what)
+        .arg(width)
+        .arg(text.size());
+}
+
+// While an installation has no user: the typed one becomes its first, when the person wants it.
+SignInResult offerFirstUser(jet::Database& constants, Dialogs& dialogs, const QString& name,
+                            const QString& password, const SignInResult& otherwise) {
+    if (constants.openTable(kTable).rowCount() > 0) return otherwise;
+    for (const QString& fault : {userNameFault(name), passwordFault(password)})
+        if (!fault.isEmpty()) return {SignIn::Refused, {}, fault};
     const QString question =
         QStringLiteral("Henüz hiç kullanıcı tanımlanmamış.\n'%1' tüm haklara sahip ilk kullanıcı "
                        "olarak açılsın mı?")
             .arg(name);
-    if (!dialogs.confirms(question, QStringLiteral("Açıklama"))) return false;
-    createUser(constants.database(), name, password);
-    grantAll(constants.database(), name, {true, true});
-    return true;
+    if (!dialogs.confirms(question, QStringLiteral("Açıklama"))) return otherwise;
+    createUser(constants, name, password);
+    grantAll(constants, name, {true, true});
+    return checkSignIn(constants, name, password);
 }
 
 } // namespace
@@ -61,15 +75,28 @@ SignIn signIn(const ProgramFolder& folder, Session& session, Dialogs& dialogs, c
         return SignIn::SwitchedOff;
     const auto constants = openConstants(folder, session);
     SignInResult result = checkSignIn(constants->database(), name, password);
-    const bool bothTyped = !trimBlanks(name).isEmpty() && !trimBlanks(password).isEmpty();
-    if (result.outcome == SignIn::Refused && bothTyped &&
-        offerFirstUser(*constants, dialogs, trimBlanks(name), trimBlanks(password)))
-        result = checkSignIn(constants->database(), name, password);
+    const QString typedName = trimBlanks(name), typedPassword = trimBlanks(password);
+    if (result.outcome == SignIn::Refused && !typedName.isEmpty() && !typedPassword.isEmpty())
+        result = offerFirstUser(constants->database(), dialogs, typedName, typedPassword, result);
     if (result.outcome == SignIn::Accepted)
         session.user = result.user;
     else
         dialogs.message(result.message, QStringLiteral("Uyarı"), Icon::Warning);
     return result.outcome;
+}
+
+QString userNameFault(const QString& name) {
+    if (name.isEmpty()) return QStringLiteral("Lütfen Kullanıcı Adını Giriniz !");
+    const QString tooLong = lengthFault(QStringLiteral("Kullanıcı adı"), name, kName);
+    if (!tooLong.isEmpty()) return tooLong;
+    if (jet::canMakeTextKey(utf8(name), jet::kTurkishSort)) return {};
+    return QStringLiteral("Kullanıcı adında kullanılamayan bir karakter var. Lütfen harf, rakam ve "
+                          "noktalama işaretleriyle yazınız.");
+}
+
+QString passwordFault(const QString& password) {
+    if (password.isEmpty()) return QStringLiteral("Lütfen Kullanıcı Şifresini Giriniz !");
+    return lengthFault(QStringLiteral("Şifre"), password, kPassword);
 }
 
 bool userExists(jet::Database& constants, const QString& name) {

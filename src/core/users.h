@@ -43,6 +43,10 @@ QStringList programTitles(); // every screen title, in the order of the rights t
 // --- administration, as far as making a user goes; the rest: user_administration.h
 // Makes the user's record current in a handle on Kullanici; false when there is none.
 bool findUser(jet::Table& users, const QString& name);
+// What keeps the text from being a new user's name or password, as a sentence; empty when nothing does.
+// Without blanks at the ends.
+QString userNameFault(const QString& name);
+QString passwordFault(const QString& password);
 bool userExists(jet::Database& constants, const QString& name);
 void createUser(jet::Database& constants, const QString& name, const QString& password); // Err::DuplicateKey
 // Replaces the user's rights: one row per title.

@@ -74,6 +74,14 @@ TEST(FirstUser, IsOfferedOnAFreshInstallationOnly) {
         "Henüz hiç kullanıcı tanımlanmamış.\n'Ayşe' tüm haklara sahip ilk kullanıcı olarak açılsın mı?";
     dialogs.expectYesNo(question, Answer::No).expectMessage("Geçersiz Kullanıcı Adı, Tekrar Deneyiniz.");
     EXPECT_EQ(signIn(centre.folder, centre.session, dialogs, "Ayşe", "1"), SignIn::Refused);
+    dialogs.expectMessage("Kullanıcı adı en çok 30 karakter olabilir; yazdığınız 31 karakter.")
+        .expectMessage("Şifre en çok 20 karakter olabilir; yazdığınız 21 karakter.")
+        .expectMessage("Kullanıcı adında kullanılamayan bir karakter var. Lütfen harf, rakam ve noktalama "
+                       "işaretleriyle yazınız.");
+    for (const auto& [name, password] :
+         {std::pair(QString(31, 'a'), QString("1")), std::pair(QString("Ayşe"), QString(21, '1')),
+          std::pair(QString("中文"), QString("1"))})
+        EXPECT_EQ(signIn(centre.folder, centre.session, dialogs, name, password), SignIn::Refused);
     dialogs.expectYesNo(question, Answer::Yes);
     EXPECT_EQ(signIn(centre.folder, centre.session, dialogs, "Ayşe", "1"), SignIn::Accepted);
     const auto constants = openConstants(centre.folder, centre.session);

@@ -58,6 +58,11 @@ void ChoiceList::setChoices(std::vector<Choice> choices) {
     setCode(code_);
 }
 
+void ChoiceList::setReadOnly(bool readOnly) {
+    readOnly_ = readOnly;
+    lineEdit()->setReadOnly(readOnly);
+}
+
 void ChoiceList::setCode(const QString& code) {
     const QSignalBlocker quiet(this);
     const auto found = std::find_if(choices_.begin(), choices_.end(),
@@ -122,7 +127,14 @@ void ChoiceList::keyPressEvent(QKeyEvent* event) {
         event->accept();
         return;
     }
+    const bool turns = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down ||
+                       event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown;
+    if (turns && readOnly_) return;
     QComboBox::keyPressEvent(event);
+}
+
+void ChoiceList::showPopup() {
+    if (!readOnly_) QComboBox::showPopup();
 }
 
 void ChoiceList::focusInEvent(QFocusEvent* event) {
@@ -137,7 +149,7 @@ void ChoiceList::focusOutEvent(QFocusEvent* event) {
 }
 
 void ChoiceList::wheelEvent(QWheelEvent* event) {
-    if (hasFocus())
+    if (hasFocus() && !readOnly_)
         QComboBox::wheelEvent(event);
     else
         event->ignore(); // scrolling a window must not change what it stands on

@@ -25,6 +25,8 @@ class ChoiceList : public QComboBox {
     setChoices(std::vector<Choice> choices); // keeps the chosen code while it is still there; emits nothing
     const std::vector<Choice>& choices() const { return choices_; }
 
+    void setReadOnly(bool readOnly); // can still be entered and copied
+
     QString code() const { return code_; } // empty: nothing chosen
     void setCode(const QString& code);     // a code that is not in the list chooses nothing; emits nothing
     bool isSettled() const;                // false while the typed text is no choice
@@ -39,6 +41,7 @@ class ChoiceList : public QComboBox {
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void showPopup() override;
 
   private:
     void choose(int index);
@@ -49,6 +52,7 @@ class ChoiceList : public QComboBox {
     QString code_;
     QCompleter* completer_;
     QStringListModel* matches_;
+    bool readOnly_ = false;
 };
 
 } // namespace orvan

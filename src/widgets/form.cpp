@@ -1,14 +1,12 @@
-// widgets/form.cpp — the entry form.
+// widgets/form.cpp — the entry form: keys, changes, wrong fields. Where its fields stand: form_layout.cpp.
 #include "widgets/form.h"
 
 #include "widgets/choice_list.h"
-#include "widgets/text_edit.h"
+#include "widgets/field_editor.h"
+#include "widgets/form_layout.h"
 
 #include <algorithm>
 #include <cassert>
-#include <QAbstractItemView>
-#include <QCompleter>
-#include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
@@ -24,185 +22,234 @@ QString withoutMnemonic(QString label) {
 }
 
 const QColor kWrongColor(0xB0, 0x10, 0x10);
-constexpr int kNoteWidth = 26; // characters; longer words about a field take more lines
+
+bool leavesByItself(Qt::FocusReason reason) { // an open list, calendar or menu, another window
+    return reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason ||
+           reason == Qt::MenuBarFocusReason;
+}
 
 } // namespace
 
 EntryForm::EntryForm(std::span<const FormField> fields, QWidget* parent) : QWidget(parent) {
-    auto* layout = new QGridLayout(this);
-    layout->setColumnStretch(2, 1);
-    layout->setColumnMinimumWidth(2, fontMetrics().averageCharWidth() * kNoteWidth);
-    layout->setHorizontalSpacing(fontMetrics().averageCharWidth() * 2);
+    FormLayout layout(this, fields);
     fields_.reserve(fields.size());
     for (const FormField& about : fields)
         addField(about, layout);
-    layout->setRowStretch(layout->rowCount(), 1);
+    layout.finish();
     for (size_t i = 1; i < fields_.size(); ++i)
-        setTabOrder(fields_[i - 1].editor, fields_[i].editor);
+        setTabOrder(fields_[i - 1].editor->widget(), fields_[i].editor->widget());
 }
 
 EntryForm::~EntryForm() = default;
 
-void EntryForm::addField(const FormField& about, QGridLayout* layout) {
-    Field field{about, makeEditor(about), new QLabel(this), {}, {}};
-    auto* label = new QLabel(about.label, this);
-    label->setBuddy(field.editor);
-    field.editor->setObjectName(about.name);
-    field.editor->setAccessibleName(withoutMnemonic(about.label));
-    field.editor->installEventFilter(this);
-    field.note->setObjectName(about.name + QStringLiteral("-uyari"));
-    field.note->setWordWrap(true);
-    field.note->setTextFormat(Qt::PlainText);
+void EntryForm::addField(const FormField& about, FormLayout& layout) {
+    Field field{about, makeEditor(about), nullptr, {}, {}};
+    QWidget* editor = field.editor->widget();
+    editor->setObjectName(about.name);
+    editor->setAccessibleName(withoutMnemonic(about.label));
+    editor->setToolTip(about.tip);
+    editor->installEventFilter(this);
+    field.note = layout.add(about, editor, field.editor->carriesLabel());
     QPalette palette = field.note->palette();
     palette.setColor(QPalette::WindowText, kWrongColor);
     field.note->setPalette(palette);
-    const int row = static_cast<int>(fields_.size());
-    layout->addWidget(label, row, 0);
-    layout->addWidget(field.editor, row, 1, Qt::AlignLeft);
-    layout->addWidget(field.note, row, 2);
-    fields_.push_back(field);
+    field.loaded = field.entered = field.editor->value();
+    fields_.push_back(std::move(field));
 }
 
-QWidget* EntryForm::makeEditor(const FormField& about) {
-    if (about.kind == FieldKind::Choice) {
-        auto* list = new ChoiceList(about.width, this);
-        connect(list, &ChoiceList::codeChanged, this, [this, name = about.name] { wasEdited(name); });
-        connect(list, &QComboBox::editTextChanged, this, [this, name = about.name] {
-            if (wrong_ == name) clearWrong();
-        });
-        connect(list, &ChoiceList::enterPressed, this, [this, name = about.name] {
-            const Field& field = find(name);
-            if (field.editor->hasFocus()) goOn(field);
-        });
-        return list;
-    }
-    auto* text = new TextEdit(about.kind == FieldKind::Text ? TextEntry::FreeText : TextEntry::Code,
-                              about.maxLength, about.width, this);
-    text->setReadOnly(about.kind == FieldKind::Display);
-    if (about.kind == FieldKind::Display) {
-        QPalette palette = text->palette();
-        palette.setColor(QPalette::Base, palette.color(QPalette::Window));
-        text->setPalette(palette);
-    }
-    connect(text, &QLineEdit::textEdited, this, [this, name = about.name] { wasEdited(name); });
-    connect(text, &TextEdit::refused, this,
-            [this, name = about.name](const QString& why) { find(name).note->setText(why); });
-    return text;
+std::unique_ptr<FieldEditor> EntryForm::makeEditor(const FormField& about) {
+    FieldEvents events;
+    events.edited = [this, name = about.name] { wasEdited(name); };
+    events.refused = [this, name = about.name](const QString& why) { say(find(name), why); };
+    events.done = [this, name = about.name] { enterPressed(name); };
+    events.touched = [this, name = about.name] {
+        if (wrong_ == name) clearWrong();
+    };
+    return makeFieldEditor(about, events, this);
 }
 
-QString EntryForm::value(const QString& name) const { return valueOf(find(name)); }
+QString EntryForm::value(const QString& name) const { return find(name).editor->value(); }
 
 void EntryForm::setValue(const QString& name, const QString& value) {
     Field& field = find(name);
-    put(field, value);
-    field.loaded = field.entered = valueOf(field);
+    field.editor->put(value);
+    field.loaded = field.entered = field.editor->value();
     if (wrong_ == name) clearWrong();
     checkDirty();
 }
 
 ChoiceList* EntryForm::choiceList(const QString& name) const {
-    return qobject_cast<ChoiceList*>(find(name).editor);
+    return qobject_cast<ChoiceList*>(find(name).editor->widget());
 }
 
-QWidget* EntryForm::editor(const QString& name) const { return find(name).editor; }
+QWidget* EntryForm::editor(const QString& name) const { return find(name).editor->widget(); }
+
+bool EntryForm::has(const QString& name) const {
+    return std::any_of(fields_.begin(), fields_.end(),
+                       [&](const Field& field) { return field.about.name == name; });
+}
+
+void EntryForm::setReadOnly(const QString& name, bool readOnly) {
+    Field& field = find(name);
+    field.readOnly = readOnly;
+    field.editor->setReadOnly(readOnly);
+}
+
+void EntryForm::setAllReadOnly(bool readOnly) {
+    for (const Field& field : fields_)
+        if (field.about.kind != FieldKind::Display) setReadOnly(field.about.name, readOnly);
+}
+
+bool EntryForm::settle() {
+    for (Field& field : fields_)
+        if (!mayLeave(field)) return false;
+    return true;
+}
 
 bool EntryForm::isDirty() const {
     return std::any_of(fields_.begin(), fields_.end(),
-                       [this](const Field& field) { return valueOf(field) != field.loaded; });
+                       [](const Field& field) { return field.editor->value() != field.loaded; });
 }
 
 void EntryForm::acceptAsLoaded() {
     for (Field& field : fields_)
-        field.loaded = field.entered = valueOf(field);
+        field.loaded = field.entered = field.editor->value();
     checkDirty();
 }
 
 void EntryForm::revert() {
     for (Field& field : fields_) {
-        if (valueOf(field) == field.loaded) continue;
-        put(field, field.loaded);
+        if (field.editor->value() == field.loaded && !field.editor->isHalfTyped()) continue;
+        field.editor->put(field.loaded);
+        field.entered = field.loaded;
         emit edited(field.about.name);
     }
     clearWrong();
     checkDirty();
 }
 
-void EntryForm::focusField(const QString& name) { find(name).editor->setFocus(Qt::OtherFocusReason); }
+void EntryForm::focusField(const QString& name) {
+    find(name).editor->widget()->setFocus(Qt::OtherFocusReason);
+}
 
 void EntryForm::focusFirst() {
     for (const Field& field : fields_) {
         if (field.about.kind == FieldKind::Display) continue;
-        field.editor->setFocus(Qt::OtherFocusReason);
+        field.editor->widget()->setFocus(Qt::OtherFocusReason);
         return;
     }
 }
 
 void EntryForm::showWrong(const QString& name, const QString& reason) {
-    clearWrong();
-    wrong_ = name;
     Field& field = find(name);
-    field.note->setText(QStringLiteral("⚠ ") + reason);
-    field.editor->setToolTip(reason);
-    field.editor->setAccessibleDescription(reason);
-    field.editor->setFocus(Qt::OtherFocusReason);
+    mark(field, reason);
+    field.editor->widget()->setFocus(Qt::OtherFocusReason);
+}
+
+void EntryForm::mark(Field& field, const QString& reason) {
+    clearWrong();
+    wrong_ = field.about.name;
+    say(field, QStringLiteral("⚠ ") + reason);
+    QWidget* editor = field.editor->widget();
+    editor->setToolTip(reason);
+    editor->setAccessibleDescription(reason);
     update();
+}
+
+// One place for words about several fields: it has to say which one is meant.
+void EntryForm::say(const Field& field, const QString& words) {
+    const bool isShared = field.note->objectName() == FormLayout::sharedNote();
+    field.note->setText(isShared ? QStringLiteral("%1: %2").arg(withoutMnemonic(field.about.label), words)
+                                 : words);
 }
 
 void EntryForm::clearWrong() {
     wrong_.clear();
     for (Field& field : fields_) {
         field.note->clear();
-        field.editor->setToolTip({});
-        field.editor->setAccessibleDescription({});
+        field.editor->widget()->setToolTip(field.about.tip);
+        field.editor->widget()->setAccessibleDescription({});
     }
     update();
 }
 
 bool EntryForm::eventFilter(QObject* watched, QEvent* event) {
-    const auto found = std::find_if(fields_.begin(), fields_.end(),
-                                    [watched](const Field& field) { return field.editor == watched; });
-    if (found == fields_.end()) return QWidget::eventFilter(watched, event);
+    Field* field = fieldOf(watched);
+    if (!field) return QWidget::eventFilter(watched, event);
     if (event->type() == QEvent::FocusIn) {
-        found->entered = valueOf(*found);
-    } else if (event->type() == QEvent::FocusOut && wrong_.isEmpty()) {
-        found->note->clear(); // a word about refused typing is over when the field is left
+        if (field->editor->problem().isEmpty()) field->entered = field->editor->value();
+    } else if (event->type() == QEvent::FocusOut) {
+        if (!leavesByItself(static_cast<QFocusEvent*>(event)->reason())) left(*field);
     } else if (event->type() == QEvent::KeyPress) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        if (handleKey(*found, key->key(), key->modifiers(), key->isAutoRepeat())) return true;
+        if (handleKey(*field, *static_cast<QKeyEvent*>(event))) return true;
+    } else if (event->type() == QEvent::Move || event->type() == QEvent::Resize) {
+        update(); // the frame of a wrong field moves with it
     }
     return QWidget::eventFilter(watched, event);
 }
 
-bool EntryForm::handleKey(Field& field, int key, Qt::KeyboardModifiers modifiers, bool held) {
-    auto* list = qobject_cast<ChoiceList*>(field.editor);
-    if ((key == Qt::Key_Return || key == Qt::Key_Enter) &&
-        !list) { // a list says enterPressed when it has settled
-        if (!held) goOn(field);
+// By mouse or Alt letter a field can be left with a text that is refused: it stays marked.
+void EntryForm::left(Field& field) {
+    if (const QString reason = (field.editor->settle(), field.editor->problem()); !reason.isEmpty())
+        mark(field, reason);
+    else if (wrong_.isEmpty())
+        field.note->clear(); // a word about refused typing is over when the field is left
+}
+
+bool EntryForm::mayLeave(Field& field) {
+    field.editor->settle();
+    const QString reason = field.editor->problem();
+    if (!reason.isEmpty()) showWrong(field.about.name, reason);
+    return reason.isEmpty();
+}
+
+bool EntryForm::handleKey(Field& field, const QKeyEvent& key) {
+    switch (key.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (field.editor->takesEnter()) return false;
+        if (!key.isAutoRepeat()) enterPressed(field.about.name);
+        return true;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab: return !mayLeave(field);
+    case Qt::Key_Escape: return handleEscape(field);
+    case Qt::Key_Z: return key.modifiers() == Qt::ControlModifier && handleUndo(field);
+    default: return false;
+    }
+}
+
+bool EntryForm::handleEscape(Field& field) {
+    if (field.editor->value() == field.entered && !field.editor->isHalfTyped()) return false;
+    field.editor->put(field.entered);
+    wasEdited(field.about.name);
+    return true;
+}
+
+bool EntryForm::handleUndo(const Field& field) {
+    if (field.editor->undoesTyping()) return false;
+    if (revertAll_) {
+        revertAll_();
         return true;
     }
-    if (key == Qt::Key_Escape) {
-        const bool typedHalf = list && !list->isSettled();
-        if (valueOf(field) == field.entered && !typedHalf) return false;
-        put(field, field.entered);
-        wasEdited(field.about.name);
-        return true;
-    }
-    if (key == Qt::Key_Z && modifiers == Qt::ControlModifier) {
-        const auto* text = qobject_cast<QLineEdit*>(field.editor);
-        if ((text && text->isUndoAvailable()) || !isDirty()) return false;
-        revert();
-        return true;
-    }
-    return false;
+    if (!isDirty()) return false;
+    revert();
+    return true;
+}
+
+void EntryForm::enterPressed(const QString& name) {
+    Field& field = find(name);
+    if (field.editor->widget()->hasFocus() && mayLeave(field)) goOn(field);
 }
 
 void EntryForm::goOn(const Field& from) {
     const auto at = static_cast<size_t>(&from - fields_.data());
     for (size_t next = at + 1; next < fields_.size(); ++next) {
         const Field& field = fields_[next];
-        if (field.about.kind == FieldKind::Display || !field.editor->isEnabled() || field.editor->isHidden())
+        QWidget* editor = field.editor->widget();
+        if (field.about.kind == FieldKind::Display || field.readOnly || !editor->isEnabled() ||
+            editor->isHidden())
             continue;
-        field.editor->setFocus(Qt::TabFocusReason);
+        editor->setFocus(Qt::TabFocusReason);
         return;
     }
     emit lastFieldDone();
@@ -224,21 +271,18 @@ void EntryForm::checkDirty() {
 void EntryForm::paintEvent(QPaintEvent* event) {
     QWidget::paintEvent(event);
     if (wrong_.isEmpty()) return;
+    const QWidget* editor = find(wrong_).editor->widget();
+    if (!editor->isVisible()) return;
     QPainter painter(this);
     painter.setPen(QPen(kWrongColor, 2));
-    painter.drawRect(find(wrong_).editor->geometry().adjusted(-2, -2, 2, 2));
+    painter.drawRect(QRect(editor->mapTo(this, QPoint()), editor->size()).adjusted(-2, -2, 2, 2));
 }
 
-QString EntryForm::valueOf(const Field& field) const {
-    if (const auto* list = qobject_cast<ChoiceList*>(field.editor)) return list->code();
-    return static_cast<QLineEdit*>(field.editor)->text();
-}
-
-void EntryForm::put(const Field& field, const QString& value) {
-    if (auto* list = qobject_cast<ChoiceList*>(field.editor))
-        list->setCode(value);
-    else
-        static_cast<QLineEdit*>(field.editor)->setText(value);
+EntryForm::Field* EntryForm::fieldOf(const QObject* editor) {
+    const auto found = std::find_if(fields_.begin(), fields_.end(), [editor](const Field& field) {
+        return field.editor->widget() == editor;
+    });
+    return found == fields_.end() ? nullptr : &*found;
 }
 
 EntryForm::Field& EntryForm::find(const QString& name) {

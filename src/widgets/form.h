@@ -15,13 +15,14 @@
 #include <span>
 #include <vector>
 
-class QGridLayout;
+class QKeyEvent;
 class QLabel;
 
 namespace orvan {
 
 class ChoiceList;
 class FieldEditor;
+class FormLayout;
 
 enum class FieldKind {
     Text,     // free text
@@ -92,6 +93,7 @@ class EntryForm : public QWidget {
     // edited.
     void showWrong(const QString& name, const QString& reason);
     void clearWrong();
+    QString wrongField() const { return wrong_; } // empty when none is
 
     // The form is a part of a larger record: Ctrl+Z with nothing typed in its field calls this instead of
     // revert().
@@ -109,19 +111,26 @@ class EntryForm : public QWidget {
   private:
     struct Field {
         FormField about;
-        QWidget* editor = nullptr;
+        std::unique_ptr<FieldEditor> editor;
         QLabel* note = nullptr;
         QString loaded;  // value to compare with for "changed"
         QString entered; // value when the focus came in
+        bool readOnly = false;
     };
-    void addField(const FormField& about, QGridLayout* layout);
-    QWidget* makeEditor(const FormField& about);
-    QString valueOf(const Field& field) const;
-    void put(const Field& field, const QString& value);
+    void addField(const FormField& about, FormLayout& layout);
+    std::unique_ptr<FieldEditor> makeEditor(const FormField& about);
     Field& find(const QString& name);
     const Field& find(const QString& name) const;
-    bool handleKey(Field& field, int key, Qt::KeyboardModifiers modifiers, bool held);
+    Field* fieldOf(const QObject* editor);
+    bool handleKey(Field& field, const QKeyEvent& key);
+    bool handleEscape(Field& field);
+    bool handleUndo(const Field& field);
+    bool mayLeave(Field& field);
+    void left(Field& field);
+    void enterPressed(const QString& name);
     void goOn(const Field& from);
+    void say(const Field& field, const QString& words);
+    void mark(Field& field, const QString& reason);
     void wasEdited(const QString& name);
     void checkDirty();
 

@@ -4,6 +4,7 @@
 #include "core/values.h"
 #include "widgets/list_export.h"
 #include "widgets/list_print.h"
+#include "widgets/text_edit.h"
 
 #include <algorithm>
 #include <QAction>
@@ -317,11 +318,7 @@ bool ListGrid::eventFilter(QObject* watched, QEvent* event) {
             if (const auto row = currentRow(); row && !key->isAutoRepeat()) emit activated(*row);
             return true;
         }
-        const QString text = key->text();
-        const bool typed = !text.isEmpty() && text[0].isPrint() && text != QStringLiteral(" ") &&
-                           !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier) &&
-                             (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) !=
-                                 (Qt::ControlModifier | Qt::AltModifier));
+        const bool typed = typesText(*key) && key->key() != Qt::Key_Space;
         if (typed || (key->key() == Qt::Key_Backspace && !find_->text().isEmpty())) {
             find_->setFocus(Qt::OtherFocusReason);
             find_->end(false);

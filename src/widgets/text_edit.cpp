@@ -1,6 +1,7 @@
 // widgets/text_edit.cpp — one-line text field.
 #include "widgets/text_edit.h"
 
+#include <algorithm>
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -22,6 +23,10 @@ void TextEdit::focusInEvent(QFocusEvent* event) {
     if (event->reason() == Qt::MouseFocusReason || event->reason() == Qt::PopupFocusReason ||
         event->reason() == Qt::ActiveWindowFocusReason)
         return;
+    placeCaret();
+}
+
+void TextEdit::placeCaret() {
     if (entry_ == TextEntry::Code) {
         selectAll();
     } else {
@@ -35,9 +40,7 @@ void TextEdit::keyPressEvent(QKeyEvent* event) {
         pasteIfFits();
         return;
     }
-    const QString typed = event->text();
-    const bool isCharacter = !typed.isEmpty() && typed[0].isPrint();
-    if (isCharacter && !fits(typed)) return;
+    if (typesText(*event) && !fits(event->text())) return;
     QLineEdit::keyPressEvent(event);
 }
 
@@ -56,6 +59,22 @@ void TextEdit::contextMenuEvent(QContextMenuEvent* event) {
     menu.exec(event->globalPos());
 }
 
+void TextEdit::putWhole(const QString& text) {
+    if (limit_ > 0) setMaxLength(std::max(limit_, static_cast<int>(text.size())));
+    setText(text);
+    if (hasFocus())
+        placeCaret(); // as if entered anew
+    else
+        setCursorPosition(0);
+}
+
+void TextEdit::retype(const QString& text) {
+    if (text == this->text()) return;
+    const QSignalBlocker quiet(this);
+    selectAll();
+    insert(text);
+}
+
 bool TextEdit::fits(const QString& added) {
     if (limit_ <= 0 || isReadOnly() || text().size() - selectedText().size() + added.size() <= limit_)
         return true;
@@ -65,6 +84,13 @@ bool TextEdit::fits(const QString& added) {
 
 void TextEdit::pasteIfFits() {
     if (fits(QApplication::clipboard()->text())) paste();
+}
+
+bool typesText(const QKeyEvent& key) {
+    const QString text = key.text();
+    const auto commands = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier);
+    const bool isCommand = commands == Qt::ControlModifier || commands == Qt::AltModifier;
+    return !isCommand && !text.isEmpty() && text[0].isPrint();
 }
 
 int fieldWidth(const QWidget* field, int characters) {

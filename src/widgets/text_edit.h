@@ -15,6 +15,9 @@ class TextEdit : public QLineEdit {
     // maxLength and width in characters; maxLength 0 = no limit.
     TextEdit(TextEntry entry, int maxLength, int width, QWidget* parent = nullptr);
 
+    // A loaded text, whole even where it is longer than may be typed.
+    void putWhole(const QString& text);
+
   signals:
     void refused(const QString& why); // what was typed or pasted did not fit and was not taken
 
@@ -22,13 +25,19 @@ class TextEdit : public QLineEdit {
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    // The same entry in another form: no edit of the user's, but Ctrl+Z gives back what he typed.
+    void retype(const QString& text);
 
   private:
+    void placeCaret();
     bool fits(const QString& added);
     void pasteIfFits();
     TextEntry entry_;
     int limit_;
 };
+
+// The key writes something: no command of Ctrl or Alt alone (AltGr arrives as both).
+bool typesText(const QKeyEvent& key);
 
 // Width in pixels of a field that shows `characters` of usual text.
 int fieldWidth(const QWidget* field, int characters);

@@ -1,6 +1,7 @@
 // app/program_start.cpp — see program_start.h.
 #include "app/program_start.h"
 
+#include "app/own_files.h"
 #include "app/regional_formats.h"
 #include "core/structure_check.h"
 
@@ -18,10 +19,14 @@ void ProgramStart::stepBegins(StartStep, const QString& name) {
 
 bool ProgramStart::claimFolder() { return application_.claimFolder(folder_.path()); }
 
+std::unique_ptr<Splash> makeProgramSplash() {
+    return std::make_unique<Splash>(QStringLiteral("ORVAN"),
+                                    QStringLiteral("Mesleki Eğitim Merkezi Öğrenci Takip Programı"),
+                                    releaseText(thisRelease()));
+}
+
 void ProgramStart::makeSplash() {
-    splash_ = std::make_unique<Splash>(QStringLiteral("ORVAN"),
-                                       QStringLiteral("Mesleki Eğitim Merkezi Öğrenci Takip Programı"),
-                                       releaseText(thisRelease()));
+    splash_ = makeProgramSplash();
     splash_->move(QApplication::primaryScreen()->availableGeometry().center() - splash_->rect().center());
 }
 
@@ -33,6 +38,7 @@ void ProgramStart::showSplash() {
 }
 
 void ProgramStart::showMainWindow() {
+    placeOwnFiles(folder_, QApplication::applicationDirPath());
     QApplication::processEvents();
     window_->showInPlace();
     splash_->finish(window_);

@@ -12,6 +12,8 @@
 
 namespace orvan {
 
+std::unique_ptr<Splash> makeProgramSplash(); // with the program's name and release
+
 class ProgramStart final : public StartHost {
   public:
     // `maintenance` runs after each sign-in. All must outlive it.

@@ -1,6 +1,7 @@
 // app/shots.cpp — saves pictures of the screens.
 #include "app/shots.h"
 
+#include "app/program_start.h"
 #include "core/screens/login_dialog.h"
 #include "core/screens/main_window.h"
 #include "core/values.h"
@@ -8,11 +9,10 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPixmap>
+#include <QRegularExpression>
 
 namespace orvan {
 
@@ -41,33 +41,55 @@ class Album {
     QStringList files_;
 };
 
-} // namespace
+// The pictures show the program as its first user sees it.
+void takeFirstUser(MDIFormORVAN& window, const Program& program) {
+    const auto users = program.databases.constants().sql().query("Select Kullanici_Adi From Kullanici");
+    if (!program.session.user.isEmpty() || users.empty()) return;
+    program.session.user = trimmedText(users.at(0, size_t{0}));
+    window.sessionReady();
+}
 
-QStringList takeShots(MDIFormORVAN& window, const Program& program, const QString& folder) {
-    Album album(folder);
+void shootStart(Album& album, MDIFormORVAN& window, const Program& program) {
+    const auto splash = makeProgramSplash();
+    splash->setSchool(program.session.schoolName);
+    splash->showStep(QStringLiteral("Veritabanlarına bağlanılıyor…"));
+    album.add(*splash, QStringLiteral("acilis"));
     Session nobody;
     LoginDialog login(program.folder, nobody, program.dialogs, program.memory, &window);
     login.show();
     album.add(login, QStringLiteral("giris"));
-    login.hide();
+}
 
-    album.add(window, QStringLiteral("ana_pencere"));
-    for (QAction* entry : window.menuBar()->actions()) {
-        QMenu* menu = entry->menu();
+void shootMenus(Album& album, MDIFormORVAN& window) {
+    for (QMenu* menu : window.findChildren<QMenu*>(QRegularExpression(QStringLiteral("^menu")))) {
         menu->popup(window.mapToGlobal(QPoint(0, window.menuBar()->height())));
         album.add(*menu, menu->objectName());
         menu->hide();
     }
-    for (const ScreenEntry& entry : program.screens.entries()) {
+}
+
+void shootScreens(Album& album, MDIFormORVAN& window, const ScreenRegistry& registry) {
+    for (const ScreenEntry& entry : registry.entries()) {
         window.openScreen(entry);
-        const auto screens = window.openScreens();
-        auto* frame = qobject_cast<QMdiSubWindow*>(screens.last()->parentWidget());
-        QWidget* content = screens.last();
-        album.add(window, content->objectName() + QStringLiteral("-pencerede"));
-        album.add(*content, content->objectName());
+        Screen* content = window.openScreens().last();
+        const QString name = QStringLiteral("%1-%2").arg(entry.window, entry.key);
+        album.add(window, name + QStringLiteral("-pencerede"));
+        album.add(*content, name);
+        auto* frame = content->parentWidget();
         frame->close();
         QApplication::sendPostedEvents(frame, QEvent::DeferredDelete);
     }
+}
+
+} // namespace
+
+QStringList takeShots(MDIFormORVAN& window, const Program& program, const QString& folder) {
+    Album album(folder);
+    takeFirstUser(window, program);
+    shootStart(album, window, program);
+    album.add(window, QStringLiteral("ana_pencere"));
+    shootMenus(album, window);
+    shootScreens(album, window, program.screens);
     return album.files();
 }
 

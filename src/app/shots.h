@@ -9,8 +9,9 @@ namespace orvan {
 class MDIFormORVAN;
 struct Program;
 
-// Opens every registered screen in `window` and saves each as PNG in `folder` (made when missing), with the
-// main window, its menus and the sign-in box. REQUIRES: the databases are open. Returns the file names;
+// Opens every registered screen in `window` and saves each as PNG in `folder` (made when missing) under
+// "window-key", alone and in the main window, with the splash, the sign-in box, the main window and all
+// menus. Nobody signed in: as the first user. REQUIRES: the databases are open. Returns the file names;
 // throws jet::Error(DiskIO).
 QStringList takeShots(MDIFormORVAN& window, const Program& program, const QString& folder);
 

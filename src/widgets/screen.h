@@ -27,8 +27,8 @@ class Screen : public QWidget {
     virtual bool save() { return true; } // true: nothing is unsaved any more
     // Save after the person has said yes on leaving; for a screen whose save() asks a question of its own.
     virtual bool saveOnLeaving() { return save(); }
-    virtual void discardChanges() {}     // the unsaved record as it was loaded
-    virtual void refresh() {}            // reads again what others may have changed
+    virtual void discardChanges() {} // the unsaved record as it was loaded
+    virtual void refresh() {}        // reads again what others may have changed
 
   signals:
     void recordsChanged(); // this screen has written: the other open screens read again

@@ -2,6 +2,7 @@
 // Each command prints what it did; a failure is one clear line and a status other than 0 (2: wrong words).
 #include "tools/orvanctl/demo_centre.h"
 #include "tools/orvanctl/options.h"
+#include "tools/orvanctl/program_tables.h"
 
 #include "catalog/templates.h"
 
@@ -44,16 +45,34 @@ void runDemo(const QStringList& words) {
         demo.password.toUtf8().constData());
 }
 
+void printLines(const QStringList& lines) {
+    for (const QString& line : lines)
+        std::printf("%s\n", line.toUtf8().constData());
+}
+
 void runTemplates(const QStringList& words) {
     const Options options(words, {});
-    for (const QString& name : orvan::writeTemplates(folderOf(options)))
-        std::printf("%s\n", name.toUtf8().constData());
+    printLines(orvan::writeTemplates(folderOf(options)));
+}
+
+void runCommands(const QStringList& words) {
+    if (!Options(words, {}).plain().isEmpty()) throw UsageError("Bu komut başka söz almaz.");
+    printLines(orvanctl::commandTable());
+}
+
+void runShots(const QStringList& words) {
+    const Options options(words, {QStringLiteral("--folder")});
+    printLines(orvanctl::takeShots(folderOf(options), options.text(QStringLiteral("--folder"), {})));
 }
 
 constexpr Command kCommands[] = {
     {"demo", "demo KLASÖR [--students N] [--user AD] [--password ŞİFRE] [--seed N]",
      "Örnek bir kurum kurar; boş olmayan klasöre yalnız daha önce kurduğu örneğin yerine yazar.", runDemo},
     {"templates", "templates KLASÖR", "Boş şablon veritabanlarını (Mdx) yazar.", runTemplates},
+    {"commands", "commands", "Ana pencerenin komutlarını listeler: anahtar, ekran başlığı, pencere.",
+     runCommands},
+    {"shots", "shots KLASÖR [--folder KURUM]",
+     "Her ekranın resmini KLASÖR'e yazar; KURUM verilmezse bunun için örnek bir kurum kurar.", runShots},
 };
 
 int usage() {

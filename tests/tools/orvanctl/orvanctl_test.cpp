@@ -110,6 +110,32 @@ TEST_F(DemoTest, ForeignFolderIsLeftAlone) {
     EXPECT_EQ(QDir(folder).entryList(QDir::NoDotAndDotDot | QDir::AllEntries), QStringList{"Data"});
 }
 
+TEST(Commands, AreATableInDispatchOrderWithoutADisplay) {
+    const Outcome outcome = run("orvanctl", {"commands"});
+    ASSERT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    const QStringList lines = outcome.out.split('\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 149 + 1 + 6 + 3 + 4);
+    EXPECT_EQ(lines.first().section('\t', 0, 1), "SabitBilgiler\tKuruma Ait Bilgiler");
+    EXPECT_EQ(lines.last(), "İl İlçe Güncelleme\t-\t-");
+    EXPECT_TRUE(lines.contains("HizliOgrenciKayit\tHızlı Öğrenci Kayıt\thizli_ogrenci_kayit"));
+    EXPECT_TRUE(lines.contains("MezunlarArsiv\tMezunlar Arşivi\t-"));
+    for (const QString& line : lines)
+        EXPECT_EQ(line.count('\t'), 2) << line.toStdString();
+}
+
+TEST(Shots, AreTakenOfADemoCentreByTheProgramBeside) {
+    const QTemporaryDir folder;
+    const Outcome outcome = run("orvanctl", {"shots", folder.filePath("resimler")});
+    ASSERT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    for (const char* name :
+         {"acilis", "giris", "ana_pencere", "menuCalisma", "hizli_ogrenci_kayit-HizliOgrenciKayit"})
+        EXPECT_TRUE(outcome.out.contains(folder.filePath("resimler/%1.png").arg(name))) << name;
+    const Outcome refused =
+        run("orvanctl", {"shots", folder.filePath("x"), "--folder", folder.filePath("yok")});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(refused.err.contains("Resimler alınamadı")) << refused.err.toStdString();
+}
+
 TEST(OrvanctlWords, WrongOnesGiveStatusTwo) {
     for (const QStringList& words : {QStringList{},
                                      {"yok"},
@@ -118,7 +144,9 @@ TEST(OrvanctlWords, WrongOnesGiveStatusTwo) {
                                      {"demo", "a", "--bilinmez", "1"},
                                      {"demo", "a", "--students"},
                                      {"demo", "a", "--students", "çok"},
-                                     {"demo", "a", "--students", "-1"}}) {
+                                     {"demo", "a", "--students", "-1"},
+                                     {"commands", "a"},
+                                     {"shots"}}) {
         const Outcome outcome = run("orvanctl", words);
         EXPECT_EQ(outcome.status, 2) << words.join(' ').toStdString();
         EXPECT_FALSE(outcome.err.isEmpty());

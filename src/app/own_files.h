@@ -1,0 +1,13 @@
+// app/own_files.h — files that come with the program and are looked for in the program folder.
+#pragma once
+
+#include "core/program_folder.h"
+
+namespace orvan {
+
+// Copies what lies beside the program ("\Versiyon.htm") into the program folder where it is missing there or
+// is of another release. A folder that cannot be written is no error: the menu then says that the file is
+// missing. `programPlace`: the folder of the program's own file.
+void placeOwnFiles(const ProgramFolder& folder, const QString& programPlace);
+
+} // namespace orvan

@@ -40,6 +40,7 @@ MDIFormORVAN::MDIFormORVAN(const Program& program, QWidget* parent)
     setObjectName(QStringLiteral("MDIFormORVAN"));
     QApplication::setWindowIcon(programIcon());
     area_->setObjectName(QStringLiteral("calismaAlani"));
+    area_->setBackground(QColor(0xC9, 0xD6, 0xE2));
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(area_);

@@ -1,9 +1,10 @@
 // widgets/grid.cpp — the list grid: view, find line, counts, selection that survives sorting and refreshing.
 #include "widgets/grid.h"
 
-#include "core/values.h"
+#include "widgets/column_layout.h"
 #include "widgets/list_export.h"
-#include "widgets/list_print.h"
+#include "widgets/list_output.h"
+#include "widgets/pinned_view.h"
 #include "widgets/text_edit.h"
 
 #include <algorithm>
@@ -16,25 +17,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QTableView>
+#include <QScrollBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 namespace orvan {
-
-namespace {
-
-QToolButton* menuButton(const char* name, const QString& text, QMenu* menu, QWidget* parent) {
-    auto* button = new QToolButton(parent);
-    button->setObjectName(QString::fromLatin1(name));
-    button->setText(text + QStringLiteral("  ")); // room for the arrow
-    button->setMenu(menu);
-    button->setPopupMode(QToolButton::InstantPopup);
-    button->setFocusPolicy(Qt::TabFocus);
-    return button;
-}
-
-} // namespace
 
 ListGrid::ListGrid(const QString& name, std::vector<ListColumn> columns, Dialogs& dialogs, UserMemory& memory,
                    QWidget* parent)
@@ -42,13 +29,15 @@ ListGrid::ListGrid(const QString& name, std::vector<ListColumn> columns, Dialogs
     setObjectName(name);
     emptyText_ = QStringLiteral("Listede kayıt yok.");
     build();
-    restoreLayout();
+    columns_->restore();
     updateCounts();
 }
 
+ListGrid::~ListGrid() = default;
+
 // When the window closes, not when it is deleted: by then another user may have signed in.
 void ListGrid::hideEvent(QHideEvent* event) {
-    saveLayout();
+    columns_->save();
     QWidget::hideEvent(event);
 }
 
@@ -60,11 +49,43 @@ void ListGrid::build() {
     find_->setToolTip(QStringLiteral("Yazdıkça süzülür; birden çok sözcük yazılabilir (Ctrl+F)"));
     find_->setClearButtonEnabled(true);
     find_->installEventFilter(this);
+    setFocusProxy(find_);
+    buildView();
+    counts_ = new QLabel(this);
+    counts_->setObjectName(QStringLiteral("sayilar"));
+    columns_ = std::make_unique<ColumnLayout>(view_->horizontalHeader(), model_->rows().columns(), memory_,
+                                              QStringLiteral("Liste-") + objectName());
+    output_ = new ListOutput(
+        this, [this] { return sheet(); }, dialogs_, memory_);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    buildToolLine(layout);
+    layout->addWidget(view_, 1);
+    layout->addWidget(counts_);
+
+    connect(find_, &QLineEdit::textChanged, this, &ListGrid::applyFilter);
+    auto* find = new QAction(QStringLiteral("Listede ara"), this);
+    find->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_F), QKeySequence(Qt::Key_F3)});
+    find->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(find, &QAction::triggered, this, &ListGrid::focusFilter);
+    addAction(find);
+}
+
+void ListGrid::buildToolLine(QVBoxLayout* layout) {
     auto* findLabel = new QLabel(QStringLiteral("&Ara:"), this);
     findLabel->setBuddy(find_);
+    auto* columnMenu = new QMenu(this);
+    connect(columnMenu, &QMenu::aboutToShow, this, [this, columnMenu] { columns_->fillMenu(columnMenu); });
+    auto* top = new QHBoxLayout;
+    top->addWidget(findLabel);
+    top->addWidget(find_, 1);
+    top->addWidget(makeMenuButton("sutunlar", QStringLiteral("Sütunlar"), columnMenu, this));
+    top->addWidget(output_->makeButton(this));
+    layout->addLayout(top);
+}
 
-    view_ = new QTableView(this);
-    setFocusProxy(find_);
+void ListGrid::buildView() {
+    view_ = new PinnedTableView(this);
     view_->setObjectName(QStringLiteral("tablo"));
     view_->setAccessibleName(QStringLiteral("Liste"));
     view_->setModel(model_);
@@ -75,66 +96,37 @@ void ListGrid::build() {
     view_->setCornerButtonEnabled(false);
     view_->verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
     view_->verticalHeader()->setDefaultSectionSize(view_->fontMetrics().height() * 3 / 2);
-    view_->horizontalHeader()->setSectionsMovable(true);
-    view_->horizontalHeader()->setHighlightSections(false);
-    view_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
-    view_->horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
+    QHeaderView* header = view_->horizontalHeader();
+    header->setSectionsMovable(true);
+    header->setHighlightSections(false);
+    header->setSortIndicator(-1, Qt::AscendingOrder);
+    header->setSectionsClickable(true);
+    header->setSortIndicatorShown(true);
+    header->setContextMenuPolicy(Qt::CustomContextMenu);
     view_->setContextMenuPolicy(Qt::CustomContextMenu);
     view_->installEventFilter(this);
-
     empty_ = new QLabel(view_->viewport());
     empty_->setObjectName(QStringLiteral("bosListe"));
     empty_->setAlignment(Qt::AlignCenter);
     empty_->setWordWrap(true);
     view_->viewport()->installEventFilter(this);
 
-    counts_ = new QLabel(this);
-    counts_->setObjectName(QStringLiteral("sayilar"));
-
-    buildOutputs();
-    auto* columnMenu = new QMenu(this);
-    connect(columnMenu, &QMenu::aboutToShow, this, [this, columnMenu] { fillColumnMenu(columnMenu); });
-    auto* outputMenu = new QMenu(this);
-    for (QAction* action : outputs_)
-        outputMenu->addAction(action);
-
-    auto* top = new QHBoxLayout;
-    top->addWidget(findLabel);
-    top->addWidget(find_, 1);
-    top->addWidget(menuButton("sutunlar", QStringLiteral("Sütunlar"), columnMenu, this));
-    top->addWidget(menuButton("cikti", QStringLiteral("Yazdır / Dışa Aktar"), outputMenu, this));
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addLayout(top);
-    layout->addWidget(view_, 1);
-    layout->addWidget(counts_);
-
-    connect(find_, &QLineEdit::textChanged, this, &ListGrid::applyFilter);
     connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ListGrid::updateCounts);
-    connect(view_->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this,
-            [this](int column, Qt::SortOrder order) {
-                const auto selected = selectedKeys();
-                const QVariant current = currentKey();
-                model_->sort(column, order);
-                restoreSelection(selected, current);
-            });
-    view_->horizontalHeader()->setSectionsClickable(true);
-    view_->horizontalHeader()->setSortIndicatorShown(true);
+    connect(header, &QHeaderView::sortIndicatorChanged, this, [this](int column, Qt::SortOrder order) {
+        const auto selected = selectedKeys();
+        const QVariant current = currentKey();
+        model_->sort(column, order);
+        restoreSelection(selected, current);
+    });
     connect(view_, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
         emit activated(model_->rows().given(static_cast<size_t>(index.row())));
     });
     connect(view_, &QTableView::customContextMenuRequested, this, &ListGrid::showContextMenu);
-    connect(view_->horizontalHeader(), &QHeaderView::customContextMenuRequested, this, [this](QPoint place) {
+    connect(header, &QHeaderView::customContextMenuRequested, this, [this](QPoint place) {
         QMenu menu(this);
-        fillColumnMenu(&menu);
+        columns_->fillMenu(&menu);
         menu.exec(view_->horizontalHeader()->mapToGlobal(place));
     });
-
-    auto* find = new QAction(QStringLiteral("Listede ara"), this);
-    find->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_F), QKeySequence(Qt::Key_F3)});
-    find->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    connect(find, &QAction::triggered, this, &ListGrid::focusFilter);
-    addAction(find);
     auto* copy = new QAction(QStringLiteral("&Kopyala"), view_);
     copy->setObjectName(QStringLiteral("kopyala"));
     copy->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_C));
@@ -143,22 +135,15 @@ void ListGrid::build() {
     view_->addAction(copy);
 }
 
-void ListGrid::buildOutputs() {
-    QAction* print = addOutput("yazdir", QStringLiteral("&Yazdır…"), &ListGrid::print);
-    print->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
-    print->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    addAction(print);
-    addOutput("pdf", QStringLiteral("&PDF dosyası…"), &ListGrid::exportPdf);
-    addOutput("excel", QStringLiteral("&Excel dosyası (.xlsx)…"), &ListGrid::exportXlsx);
-    addOutput("csv", QStringLiteral("&CSV dosyası…"), &ListGrid::exportCsv);
-}
+std::vector<QAction*> ListGrid::outputActions() const { return output_->actions(); }
 
-QAction* ListGrid::addOutput(const char* name, const QString& text, void (ListGrid::*run)()) {
-    auto* action = new QAction(text, this);
-    action->setObjectName(QString::fromLatin1(name));
-    connect(action, &QAction::triggered, this, run);
-    outputs_.push_back(action);
-    return action;
+QTableView* ListGrid::view() const { return view_; }
+
+void ListGrid::setPinnedColumns(int count) { view_->setPinnedColumns(count); }
+
+void ListGrid::sortAtFirstBy(const QString& key) {
+    QHeaderView* header = view_->horizontalHeader();
+    if (header->sortIndicatorSection() < 0) header->setSortIndicator(columns_->find(key), Qt::AscendingOrder);
 }
 
 void ListGrid::setRows(std::vector<ListRow> rows) {
@@ -264,13 +249,9 @@ ListSheet ListGrid::sheet() const {
     sheet.notes = notes_;
     if (!find_->text().trimmed().isEmpty())
         sheet.notes << QStringLiteral("Süzgeç: %1").arg(find_->text().trimmed());
-    std::vector<size_t> columns;
-    for (int visual = 0; visual < model_->columnCount(); ++visual) {
-        const int logical = view_->horizontalHeader()->logicalIndex(visual);
-        if (view_->isColumnHidden(logical)) continue;
-        columns.push_back(static_cast<size_t>(logical));
-        sheet.columns.push_back(model_->rows().columns()[columns.back()]);
-    }
+    const std::vector<size_t> columns = columns_->shown();
+    for (const size_t column : columns)
+        sheet.columns.push_back(model_->rows().columns()[column]);
     for (size_t row = 0; row < shownCount(); ++row) {
         ListRow cells;
         for (const size_t column : columns)
@@ -286,11 +267,8 @@ void ListGrid::copySelection() {
     std::sort(selected.begin(), selected.end());
     for (const QModelIndex& index : selected) {
         QStringList cells;
-        for (int visual = 0; visual < model_->columnCount(); ++visual) {
-            const int logical = view_->horizontalHeader()->logicalIndex(visual);
-            if (!view_->isColumnHidden(logical))
-                cells << model_->rows().text(static_cast<size_t>(index.row()), static_cast<size_t>(logical));
-        }
+        for (const size_t column : columns_->shown())
+            cells << model_->rows().text(static_cast<size_t>(index.row()), column);
         rows.push_back(cells);
     }
     if (!rows.empty()) QApplication::clipboard()->setText(tabSeparated(rows));
@@ -329,40 +307,38 @@ bool ListGrid::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-void ListGrid::print() {
-    try {
-        previewList(sheet(), window());
-    } catch (const jet::Error& error) {
-        dialogs_.message(errorText(error), QStringLiteral("Yazdırma"), Icon::Critical);
+void ListGrid::showContextMenu(QPoint place) {
+    QMenu menu(this);
+    for (QAction* action : view_->actions())
+        menu.addAction(action);
+    menu.addAction(QStringLiteral("&Tümünü seç\tCtrl+A"), view_, &QTableView::selectAll);
+    const QModelIndex current = view_->currentIndex();
+    if (current.isValid()) {
+        const int column = current.column();
+        const QString title = model_->rows().columns()[static_cast<size_t>(column)].title;
+        menu.addSeparator();
+        menu.addAction(QStringLiteral("%1: küçükten &büyüğe sırala").arg(title), this, [this, column] {
+            view_->horizontalHeader()->setSortIndicator(column, Qt::AscendingOrder);
+        });
+        menu.addAction(QStringLiteral("%1: büyükten &küçüğe sırala").arg(title), this, [this, column] {
+            view_->horizontalHeader()->setSortIndicator(column, Qt::DescendingOrder);
+        });
     }
+    menu.addSeparator();
+    for (QAction* action : output_->actions())
+        menu.addAction(action);
+    menu.exec(view_->viewport()->mapToGlobal(place));
 }
 
-void ListGrid::exportFile(const QString& what, const QString& filter,
-                          void (*write)(const ListSheet&, const QString&)) {
-    const auto path = dialogs_.chooseSaveFile(what, filter, title_);
-    if (!path) return;
-    try {
-        const ListSheet shown = sheet();
-        QApplication::setOverrideCursor(Qt::WaitCursor);
-        struct Restore {
-            ~Restore() { QApplication::restoreOverrideCursor(); }
-        } restore;
-        write(shown, *path);
-    } catch (const jet::Error& error) {
-        dialogs_.message(errorText(error), what, Icon::Critical);
-    }
-}
-
-void ListGrid::exportPdf() {
-    exportFile(QStringLiteral("PDF Dosyasına Aktar"), QStringLiteral("PDF dosyaları|*.pdf"), writePdf);
-}
-
-void ListGrid::exportXlsx() {
-    exportFile(QStringLiteral("Excel Dosyasına Aktar"), QStringLiteral("Excel dosyaları|*.xlsx"), writeXlsx);
-}
-
-void ListGrid::exportCsv() {
-    exportFile(QStringLiteral("CSV Dosyasına Aktar"), QStringLiteral("CSV dosyaları|*.csv"), writeCsv);
+QSize ListGrid::sizeHint() const {
+    constexpr int kRows = 22;
+    const QSize usual = QWidget::sizeHint();
+    const int width = view_->horizontalHeader()->length() + view_->verticalHeader()->sizeHint().width() +
+                      view_->verticalScrollBar()->sizeHint().width() +
+                      view_->fontMetrics().averageCharWidth() * 6;
+    const int height =
+        usual.height() - view_->sizeHint().height() + view_->verticalHeader()->defaultSectionSize() * kRows;
+    return {std::max(usual.width(), width), std::max(usual.height(), height)};
 }
 
 } // namespace orvan

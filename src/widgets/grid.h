@@ -7,16 +7,21 @@
 #include "widgets/list_model.h"
 #include "widgets/user_memory.h"
 
+#include <memory>
 #include <optional>
 #include <QWidget>
 
 class QAction;
 class QLabel;
 class QLineEdit;
-class QMenu;
 class QTableView;
+class QVBoxLayout;
 
 namespace orvan {
+
+class ColumnLayout;
+class ListOutput;
+class PinnedTableView;
 
 class ListGrid : public QWidget {
     Q_OBJECT
@@ -26,6 +31,7 @@ class ListGrid : public QWidget {
     // grid.
     ListGrid(const QString& name, std::vector<ListColumn> columns, Dialogs& dialogs, UserMemory& memory,
              QWidget* parent = nullptr);
+    ~ListGrid() override;
 
     // New rows. Filter, order and, as far as they are still there, selection and current row (by
     // `keyColumn`'s cell) stay.
@@ -52,8 +58,8 @@ class ListGrid : public QWidget {
     ListSheet sheet() const;
 
     // "Yazdır…", "PDF…", "Excel…", "CSV…" for a menu or toolbar of the screen.
-    std::vector<QAction*> outputActions() const { return outputs_; }
-    QTableView* view() const { return view_; }
+    std::vector<QAction*> outputActions() const;
+    QTableView* view() const;
 
     QSize sizeHint() const override; // all columns side by side and a good page of rows
 
@@ -66,26 +72,15 @@ class ListGrid : public QWidget {
 
   private:
     void build();
-    void buildOutputs();
-    QAction* addOutput(const char* name, const QString& text, void (ListGrid::*run)());
+    void buildView();
+    void buildToolLine(QVBoxLayout* layout);
     void applyFilter();
     void restoreSelection(const std::vector<QVariant>& selected, const QVariant& current);
     std::vector<QVariant> selectedKeys() const;
     QVariant currentKey() const;
     void updateCounts();
     void copySelection();
-    void fillColumnMenu(QMenu* menu);
     void showContextMenu(QPoint place);
-    void resetColumns();
-    int columnOf(const QString& key) const; // -1 when there is none
-    void restoreLayout();
-    void saveLayout();
-    void print();
-    void exportFile(const QString& what, const QString& filter,
-                    void (*write)(const ListSheet&, const QString&));
-    void exportPdf();
-    void exportXlsx();
-    void exportCsv();
 
     QString title_;
     QStringList notes_;
@@ -93,11 +88,12 @@ class ListGrid : public QWidget {
     UserMemory& memory_;
     ListModel* model_;
     QLineEdit* find_ = nullptr;
-    QTableView* view_ = nullptr;
+    PinnedTableView* view_ = nullptr;
     QLabel* counts_ = nullptr;
     QLabel* empty_ = nullptr;
     QString emptyText_;
-    std::vector<QAction*> outputs_;
+    std::unique_ptr<ColumnLayout> columns_;
+    ListOutput* output_ = nullptr;
     size_t keyColumn_ = 0;
 };
 

@@ -3,6 +3,7 @@
 
 #include "jet/error.h"
 #include "widgets/list_export.h"
+#include "widgets/printer_choice.h"
 
 #include <algorithm>
 #include <numeric>
@@ -258,14 +259,16 @@ void writePdf(const ListSheet& sheet, const QString& path) {
     printList(sheet, printer);
 }
 
-void previewList(const ListSheet& sheet, QWidget* parent) {
+void previewList(const ListSheet& sheet, QWidget* parent, UserMemory& memory) {
     QPrinter printer(QPrinter::HighResolution);
+    recallPrinter(printer, memory);
     choosePage(sheet, printer);
     QPrintPreviewDialog preview(&printer, parent);
     preview.setObjectName(QStringLiteral("baskiOnizleme"));
     preview.setWindowTitle(QStringLiteral("Baskı Önizleme - %1").arg(sheet.title));
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
                      [&](QPrinter* target) { printList(sheet, *target); });
+    QObject::connect(&preview, &QDialog::accepted, &preview, [&] { rememberPrinter(printer, memory); });
     preview.resize(1000, 700);
     preview.exec();
 }

@@ -10,6 +10,8 @@ class QWidget;
 
 namespace orvan {
 
+class UserMemory;
+
 // Turns the page as the list needs; call before preview and before painting.
 void choosePage(const ListSheet& sheet, QPrinter& printer);
 
@@ -20,7 +22,7 @@ int printList(const ListSheet& sheet, QPrinter& printer);
 // Writes the pages as a PDF with selectable text. Errors: jet::Error when the file cannot be written.
 void writePdf(const ListSheet& sheet, const QString& path);
 
-// Shows the pages and lets the user choose printer and page range.
-void previewList(const ListSheet& sheet, QWidget* parent);
+// Shows the pages and lets the user choose printer and page range; his printer is remembered.
+void previewList(const ListSheet& sheet, QWidget* parent, UserMemory& memory);
 
 } // namespace orvan

@@ -1,4 +1,5 @@
 // The frame: rights before screens, levels and data sets, changing the user, leaving with unsaved work.
+#include "core/screens/menu_plan.h"
 #include "screens/program_fixture.h"
 
 #include <QLabel>
@@ -7,6 +8,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPushButton>
+#include <QTextEdit>
 #include <set>
 
 namespace orvan_test {
@@ -117,6 +119,47 @@ TEST_F(MainWindowTest, ChangingTheUserAsksAndSignsInAgain) {
     EXPECT_EQ(centre.session.user, QString(kUser));
 }
 
+TEST_F(MainWindowTest, WindowMenuListsArrangesAndClosesTheWindows) {
+    auto* menu = window->findChild<QMenu*>("menuPencere");
+    const auto entries = [&] {
+        emit menu->aboutToShow();
+        QStringList texts;
+        for (const QAction* action : menu->actions())
+            if (!action->isSeparator()) texts << (action->isEnabled() ? "" : "-") + action->text();
+        return texts.join(' ');
+    };
+    EXPECT_EQ(entries(), "-&Döşe -&Basamakla -&Sonraki pencere -&Tümünü kapat");
+    openUnsaved();
+    choose("OgrenciListesiSinifBaz");
+    EXPECT_EQ(entries(), "&Döşe &Basamakla &Sonraki pencere &Tümünü kapat &1 Hızlı Öğrenci Kayıt* "
+                         "&2 Öğrenci Listesi - Sınıf Bazında");
+    find<QAction>(*menu, "doseme")->trigger();
+    const auto* quick = screen("hizli_ogrenci_kayit")->parentWidget();
+    const auto* list = screen("ogrenci_listesi")->parentWidget();
+    EXPECT_FALSE(quick->geometry().intersects(list->geometry()));
+    find<QAction>(*menu, "basamak")->trigger();
+    EXPECT_TRUE(quick->geometry().intersects(list->geometry()));
+    menu->actions().at(menu->actions().size() - 2)->trigger();
+    EXPECT_TRUE(screen("hizli_ogrenci_kayit")->isAncestorOf(QApplication::focusWidget()));
+    dialogs.expectYesNo(kUnsavedQuestion, orvan::Answer::No);
+    find<QAction>(*menu, "tumunuKapat")->trigger();
+    EXPECT_TRUE(find<QMdiArea>(*window, "calismaAlani")->subWindowList().isEmpty());
+}
+
+TEST_F(MainWindowTest, ReleaseNotesAreShown) {
+    QFile notes(centre.path("\\Versiyon.htm"));
+    ASSERT_TRUE(notes.open(QIODevice::WriteOnly));
+    notes.write(
+        "<html><head><meta charset=\"utf-8\"><title>Yenilikler</title></head><body>Işıklı öğrenci</body>");
+    notes.close();
+    OnBox box([](QWidget& shown) {
+        EXPECT_EQ(shown.windowTitle(), QString("Yenilikler"));
+        EXPECT_TRUE(find<QTextEdit>(shown, "metin")->toPlainText().contains("Işıklı öğrenci"));
+        press(Qt::Key_Escape);
+    });
+    choose("Versiyonda Yapılanlar");
+}
+
 TEST_F(MainWindowTest, AltLettersAreUniqueInEachMenuAndBetweenMenuBarAndScreens) {
     const auto letters = [](const QList<QAction*>& actions) {
         QStringList found;
@@ -133,8 +176,12 @@ TEST_F(MainWindowTest, AltLettersAreUniqueInEachMenuAndBetweenMenuBarAndScreens)
         EXPECT_TRUE(found.filter("none").isEmpty())
             << where.toStdString() << ": " << found.join(' ').toStdString();
     };
-    const QStringList bar = letters(window->menuBar()->actions());
+    QStringList bar{"Alt+P", "Alt+Y"}; // Pencere, Yardım, and the menus of all commands, shown or not yet
+    for (const orvan::MenuPlan& plan : orvan::menuPlans())
+        bar << QKeySequence::mnemonic(QString::fromUtf8(plan.text)).toString();
     expectUnique(bar, "menu bar");
+    for (const QString& letter : letters(window->menuBar()->actions()))
+        EXPECT_TRUE(bar.contains(letter)) << letter.toStdString();
     for (const QMenu* menu : window->menuBar()->findChildren<QMenu*>() + window->findChildren<QMenu*>())
         if (!menu->title().isEmpty()) expectUnique(letters(menu->actions()), menu->title());
     for (const orvan::ScreenEntry& entry : screens.entries()) {

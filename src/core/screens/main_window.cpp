@@ -3,6 +3,7 @@
 #include "core/screens/main_window.h"
 
 #include "core/general_error.h"
+#include "core/screens/document_box.h"
 #include "core/screens/login_dialog.h"
 #include "core/screens/program_icon.h"
 #include "core/structure_check.h"
@@ -13,7 +14,6 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDesktopServices>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -22,7 +22,6 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
-#include <QUrl>
 
 namespace orvan {
 
@@ -192,7 +191,7 @@ void MDIFormORVAN::signInAgain() {
 
 void MDIFormORVAN::quit() { close(); }
 
-void MDIFormORVAN::showDocument(const QString& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }
+void MDIFormORVAN::showDocument(const QString& file) { DocumentBox(file, this).exec(); }
 
 bool MDIFormORVAN::startProgram(const QString& file) {
     return QProcess::startDetached(file, {}, program_.folder.path());

@@ -6,6 +6,7 @@
 #include "catalog/all_tables.h"
 #include "core/clock.h"
 #include "core/general_error.h"
+#include "reference/maintenance.h"
 #include "widgets/qt_dialogs.h"
 #include "widgets/user_memory.h"
 
@@ -71,7 +72,7 @@ int run(int argc, char** argv) {
     DatabaseSet databases(folder, session, allTables());
     ScreenRegistry screens;
     registerScreens(screens, databases, dialogs, memory, clock);
-    ProgramStart host(app, folder, [] {});
+    ProgramStart host(app, folder, [&] { maintainReference(databases, dialogs, clock); });
     try {
         const Program program{folder, session, databases, dialogs, memory, screens, host};
         MDIFormORVAN window(program);

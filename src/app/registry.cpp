@@ -3,6 +3,8 @@
 
 #include "records/screens/hizli_ogrenci_kayit.h"
 #include "records/screens/ogrenci_listesi.h"
+#include "reference/screens/definition_windows.h"
+#include "reference/screens/frm_sabit_bilgiler.h"
 
 namespace orvan {
 
@@ -33,6 +35,16 @@ void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& 
                      const Clock& clock) {
     add<hizli_ogrenci_kayit>(registry, "HizliOgrenciKayit", databases, dialogs, clock);
     addTitled<ogrenci_listesi>(registry, "OgrenciListesiSinifBaz", databases, dialogs, memory, clock);
+
+    addTitled<frmSabitBilgiler>(registry, "SabitBilgiler", databases, dialogs, memory);
+    addTitled<FrmDonem>(registry, "DonemBilgileri", databases, dialogs, memory);
+    addTitled<frmKanunMaddesi>(registry, "KanunMaddeleri", databases, dialogs, memory);
+    addTitled<frmPratikEgitim>(registry, "PratikEgitim", databases, dialogs, memory);
+    addTitled<frmOgrenimDurum>(registry, "OgrenimDurum", databases, dialogs, memory);
+    addTitled<frmMeslek_Odasi>(registry, "MeslekOdalari", databases, dialogs, memory);
+    addTitled<frmSemt>(registry, "IsletmeSemt", databases, dialogs, memory);
+    addTitled<frmAnaMeslek>(registry, "AnaMeslek", databases, dialogs, memory);
+    addTitled<frmMeslekler>(registry, "Meslekler", databases, dialogs, memory);
 }
 
 } // namespace orvan

@@ -9,6 +9,7 @@
 #include "core/structure_check.h"
 #include "core/users.h"
 #include "core/values.h"
+#include "reference/school_year.h"
 #include "tools/orvanctl/console_dialogs.h"
 #include "tools/orvanctl/demo_students.h"
 
@@ -36,12 +37,8 @@ void claimFolder(const QString& path) {
         throw std::runtime_error("Klasör oluşturulamadı: " + path.toStdString());
     orvan::writeOneValueFile(
         folder.filePath(QLatin1String(kMarker)),
-        QStringLiteral("Bu klasör orvanctl demo komutuyla üretilmiş örnek bir kurumdur."));
-}
-
-QString currentSchoolYear(QDate today) {
-    const int first = today.month() >= 9 ? today.year() : today.year() - 1;
-    return QStringLiteral("%1-%2").arg(first).arg(first + 1);
+        QStringLiteral("Bu klasör orvanctl demo komutuyla üretilmiş örnek bir kurumdur. Kişiler, işletmeler "
+                       "ve asgari ücret tutarları uydurmadır."));
 }
 
 void fillLevel(orvan::Connection& level, DemoRandom& random, DemoPlaces& places, const QString& name,
@@ -75,8 +72,10 @@ DemoCounts makeDemoCentre(const DemoOptions& options) {
     DemoRandom random(options.seed);
     DemoPlaces places;
     DemoCounts counts{options.students, options.students / 5, 40, 12};
-    places.schoolYear = currentSchoolYear(orvan::SystemClock().today());
+    const QDate today = orvan::SystemClock().today();
+    places.schoolYear = orvan::schoolYearOf(today);
     fillSchool(databases.constants(), places.schoolYear);
+    fillMadeUpWages(databases.constants(), today);
     addUsers(databases.constants(), options);
     places.workplaces = fillWorkplaces(databases.workplaces(), random, counts.workplaces);
     places.coordinators = fillCoordinators(databases.coordinators(), random, counts.coordinators);

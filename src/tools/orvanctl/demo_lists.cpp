@@ -222,4 +222,22 @@ void fillSchool(orvan::Connection& constants, const QString& schoolYear) {
                 Value("50"), Value("B")});
 }
 
+void fillMadeUpWages(orvan::Connection& constants, QDate today) {
+    constexpr int kMonths = 24;
+    constexpr int kLeftOut = 9; // months ago; so that a missing month can be seen
+    constexpr double kAdult = 1000.0, kYoung = 850.0, kStep = 10.0; // no real figures: round, and rising
+    jet::Table table = constants.database().openTable("AsgariUcret");
+    orvan::RowWriter writer(table, {"Yil", "Ay", "BuyukGunluk", "KucukGunluk", "YtlVar"});
+    jet::WriteBatch batch(constants.database());
+    for (int ago = kMonths; ago >= 0; --ago) {
+        if (ago == kLeftOut) continue;
+        const QDate month = today.addMonths(-ago);
+        const double rise = kStep * (kMonths - ago);
+        writer.add({Value(month.year()), Value(month.month()),
+                    Value(jet::Currency::fromDouble(kAdult + rise)),
+                    Value(jet::Currency::fromDouble(kYoung + rise)), Value("E")});
+    }
+    batch.commit();
+}
+
 } // namespace orvanctl

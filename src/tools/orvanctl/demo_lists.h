@@ -5,6 +5,7 @@
 
 #include "core/database_set.h"
 
+#include <QDate>
 #include <vector>
 
 namespace orvanctl {
@@ -33,5 +34,7 @@ QStringList fillClasses(orvan::Connection& level, DemoRandom& random); // names,
 std::vector<Workplace> fillWorkplaces(orvan::Connection& workplaces, DemoRandom& random, int count);
 std::vector<Coordinator> fillCoordinators(orvan::Connection& coordinators, DemoRandom& random, int count);
 void fillSchool(orvan::Connection& constants, const QString& schoolYear);
+// Daily minimum wages up to today: made-up figures, with one month left out. `today` ends the list.
+void fillMadeUpWages(orvan::Connection& constants, QDate today);
 
 } // namespace orvanctl

@@ -71,6 +71,24 @@ TEST_F(MainWindowTest, ALevelSwitchOpensItsFileAndClosesTheScreens) {
     EXPECT_TRUE(window->openScreens().isEmpty());
 }
 
+TEST_F(MainWindowTest, AnArchiveIsChosenByYearAndNamedInCaptionAndStatusBar) {
+    centre.folder.copy("\\Mdx\\Ogrenci.MDX", "\\Data\\MKAL2007.MDB");
+    dialogs.expectChoice("Hangi öğretim yılı açılsın?", "2007-2008  (Kalfa)");
+    choose("MezunlarArsiv");
+    EXPECT_TRUE(centre.databases.levelFile().endsWith("/MKAL2007.MDB"));
+    EXPECT_TRUE(window->windowTitle().endsWith("[Mezunlar Arşivi]")) << window->windowTitle().toStdString();
+    EXPECT_EQ(find<QLabel>(*window, "durumVeri")->text(), QString("Veri: Mezunlar Arşivi 2007-2008"));
+    EXPECT_TRUE(window->findChild<QAction*>("MezunlarArsiv")->isChecked());
+    dialogs.expectMessage("Ayrılma Arşivi için kaydedilmiş bir öğretim yılı bulunamadı.\n"
+                          "Çalışılan bilgilerde kalınıyor.");
+    choose("AyrilmaArsiv");
+    EXPECT_FALSE(window->findChild<QAction*>("AyrilmaArsiv")->isChecked());
+    EXPECT_TRUE(window->findChild<QAction*>("MezunlarArsiv")->isChecked());
+    choose("NormalArsiv");
+    EXPECT_FALSE(window->windowTitle().contains('[')) << window->windowTitle().toStdString();
+    EXPECT_EQ(find<QLabel>(*window, "durumVeri")->text(), QString("Veri: Normal Arşiv"));
+}
+
 TEST_F(MainWindowTest, ARefusedSaveKeepsLevelAndWork) {
     openUnsaved();
     dialogs.expectYesNo(kUnsavedQuestion, orvan::Answer::Yes)

@@ -237,7 +237,9 @@ void MDIFormORVAN::showState() {
     QString level = levelText(session.level);
     if (session.equivalence) level += QStringLiteral(" Denklik");
     level_->setText(open ? QStringLiteral("Düzey: %1").arg(level) : QString());
-    dataSet_->setText(open ? QStringLiteral("Veri: %1").arg(dataSetCaption(session.mode)) : QString());
+    QString dataSet = dataSetCaption(session.mode);
+    if (session.mode != DataSetMode::Working) dataSet += QLatin1Char(' ') + session.schoolYear;
+    dataSet_->setText(open ? QStringLiteral("Veri: %1").arg(dataSet) : QString());
     school_->setText(open ? session.schoolName : QString());
     user_->setText(session.user.isEmpty() ? QStringLiteral("Giriş yapılmadı")
                                           : QStringLiteral("Kullanıcı: %1").arg(session.user));

@@ -6,6 +6,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace orvan {
@@ -78,6 +79,7 @@ QGridLayout* FormLayout::gridOf(const FormField& about) {
         column->addWidget(box);
     }
     grid_->setHorizontalSpacing(form_->fontMetrics().averageCharWidth() * 2);
+    grid_->setVerticalSpacing(form_->style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing, nullptr, form_));
     grid_->setColumnStretch(2, 1);
     if (!shared_) grid_->setColumnMinimumWidth(2, form_->fontMetrics().averageCharWidth() * kNoteWidth);
     grids_.push_back(grid_);

@@ -5,6 +5,7 @@
 #include "widgets/choice_list.h"
 #include "widgets/list_sheet.h"
 #include "widgets/number_edit.h"
+#include "widgets/yes_no.h"
 
 namespace orvan {
 

@@ -55,7 +55,10 @@ void ChoiceList::setChoices(std::vector<Choice> choices) {
     clear();
     for (const Choice& choice : choices_)
         addItem(choice.text, choice.code);
-    setCode(code_);
+    if (keepsUnknown_)
+        setLoadedCode(code_);
+    else
+        setCode(code_);
 }
 
 void ChoiceList::setReadOnly(bool readOnly) {
@@ -68,14 +71,25 @@ void ChoiceList::setCode(const QString& code) {
     const auto found = std::find_if(choices_.begin(), choices_.end(),
                                     [&](const Choice& choice) { return choice.code == code; });
     const bool known = found != choices_.end();
+    keepsUnknown_ = false;
     code_ = known ? code : QString();
     setCurrentIndex(known ? static_cast<int>(found - choices_.begin()) : -1);
     if (!known) clearEditText();
 }
 
+void ChoiceList::setLoadedCode(const QString& code) {
+    setCode(code);
+    if (code_ == code) return;
+    const QSignalBlocker quiet(this);
+    code_ = code;
+    keepsUnknown_ = true;
+    setEditText(code);
+}
+
 bool ChoiceList::isSettled() const {
     const int index = currentIndex();
     if (code_.isEmpty()) return currentText().trimmed().isEmpty();
+    if (keepsUnknown_) return currentText() == code_;
     return index >= 0 && choices_[static_cast<size_t>(index)].text == currentText();
 }
 

@@ -29,8 +29,11 @@ class ChoiceList : public QComboBox {
 
     QString code() const { return code_; } // empty: nothing chosen
     void setCode(const QString& code);     // a code that is not in the list chooses nothing; emits nothing
-    bool isSettled() const;                // false while the typed text is no choice
-    void settle();                         // takes the first choice that matches what is typed
+    // The same, but a code that the list lacks is shown as it is and stays the code until something is
+    // chosen.
+    void setLoadedCode(const QString& code);
+    bool isSettled() const; // false while the typed text is no choice
+    void settle();          // takes the first choice that matches what is typed
 
   signals:
     void codeChanged(const QString& code); // by the user's own hand only
@@ -53,6 +56,7 @@ class ChoiceList : public QComboBox {
     QCompleter* completer_;
     QStringListModel* matches_;
     bool readOnly_ = false;
+    bool keepsUnknown_ = false; // code_ came from a record and is not in the list
 };
 
 } // namespace orvan

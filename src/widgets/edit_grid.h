@@ -10,22 +10,18 @@
 #include "widgets/cell_rules.h"
 #include "widgets/user_memory.h"
 
+#include <compare>
 #include <functional>
+#include <memory>
+#include <optional>
 #include <QWidget>
 
 class QAction;
-class QLabel;
-class QLineEdit;
-class QListWidget;
-class QMenu;
 class QTableView;
 
 namespace orvan {
 
-class ColumnLayout;
-class EditModel;
-class ListOutput;
-class PinnedTableView;
+class EditGridBody;
 
 using EditRow = std::vector<QString>; // a value per column
 
@@ -118,8 +114,8 @@ class EditGrid : public QWidget {
     void hideEvent(QHideEvent* event) override;
 
   private:
-    struct Parts;
-    std::unique_ptr<Parts> parts_;
+    friend class EditGridBody;
+    std::unique_ptr<EditGridBody> body_;
 };
 
 } // namespace orvan

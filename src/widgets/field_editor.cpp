@@ -56,7 +56,7 @@ class ChoiceField final : public FieldEditor {
     }
     QWidget* widget() const override { return list_; }
     QString value() const override { return list_->code(); }
-    void put(const QString& value) override { list_->setCode(value); }
+    void put(const QString& value) override { list_->setLoadedCode(value); }
     bool undoesTyping() const override { return false; }
     void settle() override { list_->settle(); }
     bool isHalfTyped() const override { return !list_->isSettled(); }

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "widgets/number_edit.h"
+#include "widgets/yes_no.h"
 
 #include <functional>
 #include <memory>
@@ -37,9 +38,6 @@ enum class FieldKind {
     Memo,     // several lines
     Password, // not shown
 };
-
-inline const QString kYesText = QStringLiteral("1");
-inline const QString kNoText = QStringLiteral("0");
 
 struct FormField {
     QString name;  // key and object name

@@ -52,6 +52,19 @@ SortKey sortKey(const QVariant& cell, ListKind kind) {
 
 } // namespace
 
+std::vector<size_t> sortedOrder(const std::vector<QVariant>& cells, ListKind kind, Qt::SortOrder order) {
+    std::vector<SortKey> keys;
+    keys.reserve(cells.size());
+    for (const QVariant& cell : cells)
+        keys.push_back(sortKey(cell, kind));
+    std::vector<size_t> places(cells.size());
+    std::iota(places.begin(), places.end(), size_t{0});
+    std::stable_sort(places.begin(), places.end(), [&](size_t a, size_t b) {
+        return order == Qt::AscendingOrder ? keys[a] < keys[b] : keys[b] < keys[a];
+    });
+    return places;
+}
+
 void ListRows::setRows(std::vector<ListRow> rows) {
     rows_ = std::move(rows);
     assert(std::all_of(rows_.begin(), rows_.end(),
@@ -68,17 +81,16 @@ void ListRows::setFilter(const QString& text) {
 void ListRows::sortBy(int column, Qt::SortOrder order) {
     sortColumn_ = column;
     sortOrder_ = order;
-    order_.resize(rows_.size());
-    std::iota(order_.begin(), order_.end(), size_t{0});
     if (column >= 0) {
         const auto place = static_cast<size_t>(column);
-        std::vector<SortKey> keys;
-        keys.reserve(rows_.size());
+        std::vector<QVariant> cells;
+        cells.reserve(rows_.size());
         for (const ListRow& row : rows_)
-            keys.push_back(sortKey(row[place], columns_[place].kind));
-        std::stable_sort(order_.begin(), order_.end(), [&](size_t a, size_t b) {
-            return order == Qt::AscendingOrder ? keys[a] < keys[b] : keys[b] < keys[a];
-        });
+            cells.push_back(row[place]);
+        order_ = sortedOrder(cells, columns_[place].kind, order);
+    } else {
+        order_.resize(rows_.size());
+        std::iota(order_.begin(), order_.end(), size_t{0});
     }
     rebuild();
 }

@@ -9,6 +9,10 @@
 
 namespace orvan {
 
+// The places of the cells in the order of their values; equal ones keep their order, empty ones come first
+// (last when descending).
+std::vector<size_t> sortedOrder(const std::vector<QVariant>& cells, ListKind kind, Qt::SortOrder order);
+
 class ListRows {
   public:
     explicit ListRows(std::vector<ListColumn> columns) : columns_(std::move(columns)) {}

@@ -5,14 +5,33 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 
 namespace orvan {
+
+namespace {
+
+// Paints as the table's delegate does. Two views cannot share one: both would take its editors for theirs.
+class PaintingDelegate : public QStyledItemDelegate {
+  public:
+    PaintingDelegate(const QTableView* table, QObject* parent) : QStyledItemDelegate(parent), table_(table) {}
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        table_->itemDelegate()->paint(painter, option, index);
+    }
+
+  private:
+    const QTableView* table_;
+};
+
+} // namespace
 
 PinnedTableView::PinnedTableView(QWidget* parent) : QTableView(parent), part_(new QTableView(this)) {
     part_->setObjectName(QStringLiteral("sabitSutunlar"));
     part_->setFocusPolicy(Qt::NoFocus);
     part_->setFrameShape(QFrame::NoFrame);
     part_->setEditTriggers(NoEditTriggers);
+    part_->setItemDelegate(new PaintingDelegate(this, part_));
     part_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     part_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     part_->setHorizontalScrollMode(ScrollPerPixel);
@@ -86,7 +105,6 @@ void PinnedTableView::placePart() {
         return;
     }
     const QHeaderView* header = horizontalHeader();
-    part_->setItemDelegate(itemDelegate());
     part_->setSelectionBehavior(selectionBehavior());
     part_->setAlternatingRowColors(alternatingRowColors());
     part_->setWordWrap(wordWrap());
@@ -109,12 +127,10 @@ void PinnedTableView::updateGeometries() {
 
 // A cell that has come under the pinned part is not in view.
 void PinnedTableView::scrollTo(const QModelIndex& index, ScrollHint hint) {
-    if (isPinned(index.column())) {
-        // its row only: the pinned cell is seen anyway
+    if (isPinned(index.column())) { // seen anyway: its row only
         const int sideways = horizontalScrollBar()->value();
         QTableView::scrollTo(index, hint);
-        if (part_->isVisible() || sideways > 0)
-            horizontalScrollBar()->setValue(state() == EditingState ? 0 : sideways);
+        horizontalScrollBar()->setValue(sideways);
         return;
     }
     QTableView::scrollTo(index, hint);
@@ -122,6 +138,11 @@ void PinnedTableView::scrollTo(const QModelIndex& index, ScrollHint hint) {
     const int covered = pinnedWidth() - columnViewportPosition(index.column());
     if (covered > 0 && part_->isVisible())
         horizontalScrollBar()->setValue(horizontalScrollBar()->value() - covered);
+}
+
+void PinnedTableView::reveal(const QModelIndex& index) {
+    scrollTo(index);
+    if (isPinned(index.column())) horizontalScrollBar()->setValue(0);
 }
 
 // A click on a pinned cell goes to its row in the column where the user is; its header sorts.

@@ -17,6 +17,8 @@ class PinnedTableView : public QTableView {
     int pinnedColumns() const { return pinned_; }
     const QTableView* pinnedPart() const { return part_; } // visible while something is scrolled under it
 
+    void reveal(const QModelIndex& index); // also what a pinned cell needs to be edited in place
+
     void setModel(QAbstractItemModel* model) override;
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 

@@ -7,12 +7,21 @@
 #include "widgets/list_sheet.h"
 #include "widgets/user_memory.h"
 
+#include <memory>
 #include <QWidget>
 
 class QAction;
+class QHBoxLayout;
+class QLabel;
+class QLineEdit;
 class QTreeView;
+class QVBoxLayout;
 
 namespace orvan {
+
+class ColumnLayout;
+class ListOutput;
+class TickModel;
 
 struct TickColumn {
     QString key;
@@ -74,7 +83,7 @@ class TickList : public QWidget {
     QSize sizeHint() const override;
 
   signals:
-    void tickChanged(); // by the user's own hand
+    void tickChanged(); // by the user or as he does it; not by loading, reverting or accepting
     void dirtyChanged(bool dirty);
 
   protected:
@@ -82,8 +91,26 @@ class TickList : public QWidget {
     void hideEvent(QHideEvent* event) override;
 
   private:
-    struct Parts;
-    std::unique_ptr<Parts> parts_;
+    void build();
+    void buildToolLine(QVBoxLayout* layout);
+    void addAllButton(QHBoxLayout* line, const char* name, const QString& text, bool ticked);
+    void toggle();
+    void userTicked();
+    void ticksChanged();
+    void showAllBelow();
+    void updateCounts();
+
+    Dialogs& dialogs_;
+    UserMemory& memory_;
+    TickModel* model_;
+    QTreeView* view_ = nullptr;
+    QLineEdit* find_ = nullptr;
+    QLabel *counts_ = nullptr, *empty_ = nullptr;
+    std::unique_ptr<ColumnLayout> columns_;
+    ListOutput* output_ = nullptr;
+    QString title_, emptyText_;
+    QStringList notes_;
+    bool wasDirty_ = false;
 };
 
 using TickTree = TickList; // with parents

@@ -120,19 +120,11 @@ TEST_F(FormKindsTest, LoadedOddValuesAreShownKeptAndNeverRefused) {
     const struct {
         const char *field, *value;
     } cases[] = {
-        {"tarih", "00.00.0000"},
-        {"tarih", "1.5.2008"},
-        {"tarih", "05.09.2008 00:00:00"},
-        {"gun", "007"},
-        {"gun", "99"},
-        {"gun", "yok"},
-        {"ucret", "12 TL"},
-        {"ucret", "1.23456"},
-        {"oran", "0.1234567"},
-        {"yatili", "Belirsiz"},
-        {"aciklama", "a\r\nb"},
-        {"aciklama", "a\nb\n"},
-        {"aciklama", "yirmi karakterden uzun eski metin"},
+        {"tarih", "00.00.0000"}, {"tarih", "1.5.2008"},  {"tarih", "05.09.2008 00:00:00"},
+        {"gun", "007"},          {"gun", "99"},          {"gun", "yok"},
+        {"ucret", "12 TL"},      {"ucret", "1.23456"},   {"oran", "0.1234567"},
+        {"yatili", "Belirsiz"},  {"bolum", "97"},        {"bolum", "c"},
+        {"aciklama", "a\r\nb"},  {"aciklama", "a\nb\n"}, {"aciklama", "yirmi karakterden uzun eski metin"},
     };
     for (const auto& c : cases) {
         form->setValue(c.field, c.value);

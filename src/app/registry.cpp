@@ -5,6 +5,7 @@
 #include "records/screens/ogrenci_listesi.h"
 #include "reference/screens/definition_windows.h"
 #include "reference/screens/frm_sabit_bilgiler.h"
+#include "reference/screens/frm_sigorta_sabit.h"
 
 namespace orvan {
 
@@ -37,6 +38,7 @@ void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& 
     addTitled<ogrenci_listesi>(registry, "OgrenciListesiSinifBaz", databases, dialogs, memory, clock);
 
     addTitled<frmSabitBilgiler>(registry, "SabitBilgiler", databases, dialogs, memory);
+    addTitled<frmSigortaSabit>(registry, "ToolSigortaSabit", databases, dialogs, memory, clock);
     addTitled<FrmDonem>(registry, "DonemBilgileri", databases, dialogs, memory);
     addTitled<frmKanunMaddesi>(registry, "KanunMaddeleri", databases, dialogs, memory);
     addTitled<frmPratikEgitim>(registry, "PratikEgitim", databases, dialogs, memory);

@@ -25,15 +25,17 @@ class Fields {
         fields_.push_back(std::move(field));
         return fields_.back();
     }
-    void number(const QString& name, const QString& label, double most, int width = 8) {
-        add(name, label, FieldKind::Number, width).limits = {0, most, 0};
+    FormField& number(const QString& name, const QString& label, double most, int width = 8) {
+        FormField& field = add(name, label, FieldKind::Number, width);
+        field.limits = {0, most, 0};
+        return field;
     }
     void rate(const QString& name, const QString& label) {
         add(name, label, FieldKind::Decimal, 10).limits = {0, 100, 5};
     }
     void money(const QString& name, const QString& label) { add(name, label, FieldKind::Money, 14); }
-    void days(const QString& name, const QString& label) {
-        add(name, label, FieldKind::Decimal, 8).limits = {0, 366, 1};
+    void days(const QString& name, const QString& label, int decimals) {
+        add(name, label, FieldKind::Decimal, 8).limits = {0, 366, decimals};
     }
     std::vector<FormField> take() { return std::move(fields_); }
 
@@ -114,19 +116,19 @@ FormPage absencesPage() {
     const struct {
         const char* suffix;
         const char* title;
-    } families[] = {{"4", "4. program (15.09.2017) - okul günü"},
-                    {"", "Önceki programlar - yıl sonu sayımı"}};
+    } families[] = {{"4", "Okul devamsızlığı sınırları (gün)"}, {"", "Yıl sonu sonucundaki sınırlar (gün)"}};
     for (int column = 0; column < 2; ++column) {
         const QString suffix = QLatin1String(families[column].suffix);
+        const int decimals = suffix.isEmpty() ? 0 : 1; // the year's end counts whole days
         page.column(column).group(QString::fromUtf8(families[column].title));
         page.days(QStringLiteral("SB_KalfaDevamsizUyariSiniri") + suffix,
-                  QStringLiteral("Kalfa uyarı sınırı:"));
+                  QStringLiteral("Kalfa uyarı sınırı:"), decimals);
         page.days(QStringLiteral("SB_KalfaDevamsizKalmaSiniri") + suffix,
-                  QStringLiteral("Kalfa kalma sınırı:"));
-        page.days(QStringLiteral("SB_UstaDevamsizUyariSiniri") + suffix,
-                  QStringLiteral("Usta uyarı sınırı:"));
-        page.days(QStringLiteral("SB_UstaDevamsizKalmaSiniri") + suffix,
-                  QStringLiteral("Usta kalma sınırı:"));
+                  QStringLiteral("Kalfa kalma sınırı:"), decimals);
+        page.days(QStringLiteral("SB_UstaDevamsizUyariSiniri") + suffix, QStringLiteral("Usta uyarı sınırı:"),
+                  decimals);
+        page.days(QStringLiteral("SB_UstaDevamsizKalmaSiniri") + suffix, QStringLiteral("Usta kalma sınırı:"),
+                  decimals);
     }
     return {QStringLiteral("devamsizlik"), QStringLiteral("Devamsızlık"), page.take()};
 }
@@ -208,13 +210,16 @@ FormPage roundingPage() {
     for (const auto& kind : kinds) {
         page.group(QString::fromUtf8(kind.title));
         const QString start = QStringLiteral("SB_") + QLatin1String(kind.name);
-        page.add(start + QStringLiteral("_Detay"), QStringLiteral("Öğrenci tutarı:"), FieldKind::Choice, 24);
-        page.add(start + QStringLiteral("_Toplam"), QStringLiteral("Toplam:"), FieldKind::Choice, 24);
+        page.add(start + QStringLiteral("_Detay"), QStringLiteral("Öğrenci tutarı:"), FieldKind::Choice, 24)
+            .tip = QStringLiteral("Boş bırakılırsa yuvarlanmaz");
+        page.add(start + QStringLiteral("_Toplam"), QStringLiteral("Toplam:"), FieldKind::Choice, 24).tip =
+            QStringLiteral("Boş bırakılırsa yukarı yuvarlanır");
     }
     page.column(1).group(QStringLiteral("Yuvarlama"));
     page.add(QStringLiteral("SB_Yuvarlama"), QStringLiteral("Yuvarlama:"), FieldKind::Code, 6);
     page.number(QStringLiteral("SB_Yuvarlama_Katsayisi"), QStringLiteral("Yuvarlama katsayısı:"),
-                9'999'999'999.0, 12);
+                9'999'999'999.0, 12)
+        .tip = QStringLiteral("Boş bırakılırsa 10000");
     return {QStringLiteral("yuvarlama"), QStringLiteral("Yuvarlama"), page.take()};
 }
 

@@ -71,7 +71,7 @@ TEST_F(DefinitionScreensTest, ADistrictIsAddedByKeysOnly) {
     EXPECT_FALSE(form->isWindowModified());
     EXPECT_EQ(result(), QString("Eklendi: 08 - Şirinevler 'İç'"));
     EXPECT_EQ(orvan::descriptionOf(centre.level(), "Semt Kodu", "08"), QString("Şirinevler 'İç'"));
-    auto* list = find<orvan::ListGrid>(*form, "tanimlar");
+    auto* list = form->findChild<orvan::ListGrid*>();
     EXPECT_EQ(list->totalCount(), 2u);
     EXPECT_EQ(list->sheet().rows[*list->currentRow()][0], QVariant("08"));
     press(Qt::Key_S, Qt::ControlModifier); // a second time there is nothing to save
@@ -102,7 +102,7 @@ TEST_F(DefinitionScreensTest, MovingInTheListAsksAboutUnsavedWork) {
     addDistrict("02", "İstasyon");
     addDistrict("03", "Sanayi");
     open("IsletmeSemt", "frmSemt");
-    auto* list = find<orvan::ListGrid>(*form, "tanimlar");
+    auto* list = form->findChild<orvan::ListGrid*>();
     find<QLineEdit>(*form, kName)->setFocus();
     type(" Meydanı");
     toList();
@@ -222,8 +222,26 @@ TEST_F(DefinitionScreensTest, ASpoiltSchoolingListIsRenewedByItsButton) {
                         "tanım:\n01 - Bozuk\n\nDevam edilsin mi?",
                         Answer::Yes);
     pressButton(Qt::Key_N);
-    EXPECT_EQ(find<orvan::ListGrid>(*form, "tanimlar")->totalCount(), 22u);
+    EXPECT_EQ(form->findChild<orvan::ListGrid*>()->totalCount(), 22u);
     EXPECT_EQ(text(kName), QString("İlköğretim Mezunu"));
+}
+
+TEST_F(DefinitionScreensTest, EachWindowRemembersTheColumnsOfItsOwnList) {
+    const auto columns = [this] {
+        QStringList keys;
+        for (const auto& column : form->findChild<orvan::ListGrid*>()->sheet().columns)
+            keys << column.key;
+        return keys.join(',');
+    };
+    open("Meslekler", "frmMeslekler");
+    const QString professions = columns();
+    form->closeWindow();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    open("AnaMeslek", "frmAnaMeslek");
+    form->closeWindow();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    open("Meslekler", "frmMeslekler");
+    EXPECT_EQ(columns(), professions);
 }
 
 TEST_F(DefinitionScreensTest, EachWindowOpensWithItsOwnList) {
@@ -236,7 +254,7 @@ TEST_F(DefinitionScreensTest, EachWindowOpensWithItsOwnList) {
                  {"AnaMeslek", "frmAnaMeslek", 0},        {"Meslekler", "frmMeslekler", 2}};
     for (const auto& each : cases) {
         open(each.command, each.window);
-        EXPECT_EQ(find<orvan::ListGrid>(*form, "tanimlar")->totalCount(), each.rows) << each.window;
+        EXPECT_EQ(form->findChild<orvan::ListGrid*>()->totalCount(), each.rows) << each.window;
         EXPECT_FALSE(form->isWindowModified()) << each.window;
         form->closeWindow();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -48,7 +48,8 @@ void DefinitionScreen::build(UserMemory& memory) {
     DefinitionLayout look = definitionLayout(list_.group(), databases_.schema());
     std::vector<ListColumn> columns = look.columns;
     columns.push_back({kKey, QStringLiteral("Program/Kod"), ListKind::Text, 10, false});
-    grid_ = new ListGrid(QStringLiteral("tanimlar"), columns, dialogs(), memory, this);
+    const QString name = QStringLiteral("tanimlar-") + QLatin1String(list_.group().command);
+    grid_ = new ListGrid(name, columns, dialogs(), memory, this); // each group's list has its own layout
     grid_->setKeyColumn(columns.size() - 1);
     grid_->setTitle(windowTitle().remove(QStringLiteral("[*]")));
     grid_->setEmptyText(QStringLiteral("Henüz %1 tanımlanmamış. “Yeni” ile ekleyiniz.").arg(list_.name()));

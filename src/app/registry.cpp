@@ -1,6 +1,7 @@
 // app/registry.cpp — a factory for each screen, under its command key.
 #include "app/registry.h"
 
+#include "core/screens/form_kullanici1.h"
 #include "records/screens/hizli_ogrenci_kayit.h"
 #include "records/screens/ogrenci_listesi.h"
 #include "reference/screens/definition_windows.h"
@@ -47,6 +48,7 @@ void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& 
     addTitled<frmSemt>(registry, "IsletmeSemt", databases, dialogs, memory);
     addTitled<frmAnaMeslek>(registry, "AnaMeslek", databases, dialogs, memory);
     addTitled<frmMeslekler>(registry, "Meslekler", databases, dialogs, memory);
+    add<Form_Kullanici1>(registry, "Kullanici", databases, dialogs, memory);
 }
 
 } // namespace orvan

@@ -26,6 +26,14 @@ QString textOf(const FieldTexts& values, const QString& field) {
     return found == values.end() ? QString() : found->second;
 }
 
+// Numbers by their size, so that 2 stands before 10; everything else as text.
+int compareCodes(const QString& a, const QString& b) {
+    bool bothNumbers = false, isNumber = false;
+    const int first = a.toInt(&bothNumbers), second = b.toInt(&isNumber);
+    if (bothNumbers && isNumber && first != second) return first < second ? -1 : 1;
+    return compareTurkish(a, b);
+}
+
 QString groupName(const DefinitionGroup& group) { return QString::fromUtf8(group.group); }
 
 } // namespace
@@ -65,7 +73,7 @@ bool DefinitionList::mayWrite() {
 std::vector<StoredRow> DefinitionList::rows() {
     auto rows = stored().having(kIndex, kGroupField, groupName(group_));
     std::stable_sort(rows.begin(), rows.end(), [](const StoredRow& a, const StoredRow& b) {
-        const int order = compareTurkish(a.values.at(kCode), b.values.at(kCode));
+        const int order = compareCodes(a.values.at(kCode), b.values.at(kCode));
         return order != 0 ? order < 0 : textOf(a.values, kVersion) < textOf(b.values, kVersion);
     });
     return rows;

@@ -58,6 +58,12 @@ TEST_F(DefinitionListTest, NewRowsAreTrimmedSortedAndFoundByTheLookups) {
     ASSERT_EQ(districts.rows().size(), 2u);
     EXPECT_EQ(districts.rows()[0].values.at(kCode), "06");
     EXPECT_EQ(districts.nextCode(), "07");
+    ASSERT_TRUE(add(districts, "10", "Sanayi").saved);
+    ASSERT_TRUE(add(districts, "A1", "Köyler").saved);
+    QString codes;
+    for (const StoredRow& row : districts.rows())
+        codes += row.values.at(kCode) + u' ';
+    EXPECT_EQ(codes, "06 6 10 A1 "); // by size, not 10 before 6
 }
 
 TEST_F(DefinitionListTest, BadInputNamesItsField) {

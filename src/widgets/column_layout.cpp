@@ -14,7 +14,9 @@ ColumnLayout::ColumnLayout(QHeaderView* header, std::vector<ListColumn> columns,
 
 int ColumnLayout::pixelWidth(const ListColumn& column) const {
     const QFontMetrics metrics = header_->fontMetrics();
-    const int content = metrics.averageCharWidth() * (column.width + 2);
+    const bool isText = column.kind == ListKind::Text; // digits are wider than the usual letter
+    const int letter = isText ? metrics.averageCharWidth() : metrics.horizontalAdvance(u'0');
+    const int content = letter * (column.width + 2);
     // room for the sort arrow beside the title
     const int title = metrics.horizontalAdvance(column.title) + metrics.averageCharWidth() * 5;
     return std::max(content, title);

@@ -16,24 +16,21 @@ namespace {
 
 const QColor kWrongColor(0xB0, 0x10, 0x10);
 
-// A filled corner with "!" and a frame: seen without colour too.
+int markWidth(const QRect& cell) { return cell.height() * 5 / 8; }
+
+// A strip with "!" and a frame: seen without colour too.
 void paintMark(QPainter* painter, const QRect& cell) {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
+    const QRect strip(cell.topLeft(), QSize(markWidth(cell), cell.height()));
+    painter->fillRect(strip, kWrongColor);
     painter->setPen(QPen(kWrongColor, 1.5));
     painter->drawRect(QRectF(cell).adjusted(1, 1, -1.5, -1.5));
-    const double side = cell.height() * 0.62;
-    QPolygonF corner{QPointF(cell.left(), cell.top()), QPointF(cell.left() + side, cell.top()),
-                     QPointF(cell.left(), cell.top() + side)};
-    painter->setBrush(kWrongColor);
-    painter->drawPolygon(corner);
     QFont font = painter->font();
     font.setBold(true);
-    font.setPixelSize(std::max(6, static_cast<int>(side * 0.62)));
     painter->setFont(font);
     painter->setPen(Qt::white);
-    painter->drawText(QRectF(cell.left() + side * 0.05, cell.top(), side * 0.5, side * 0.68), Qt::AlignCenter,
-                      QStringLiteral("!"));
+    painter->drawText(strip, Qt::AlignCenter, QStringLiteral("!"));
     painter->restore();
 }
 
@@ -198,7 +195,10 @@ void EditDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         paintTick(painter, cell, ticked ? Qt::Checked : Qt::Unchecked, index.flags() & Qt::ItemIsEditable);
         return;
     }
-    QStyledItemDelegate::paint(painter, option, index);
+    QStyleOptionViewItem cell = option;
+    if (refused)
+        cell.rect.setLeft(cell.rect.left() + markWidth(option.rect)); // the text stands beside the mark
+    QStyledItemDelegate::paint(painter, cell, index);
     if (refused) paintMark(painter, option.rect);
 }
 

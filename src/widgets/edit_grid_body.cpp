@@ -150,7 +150,7 @@ void EditGridBody::buildToolLine(QVBoxLayout* layout) {
     find_ = new QLineEdit(&grid_);
     find_->setObjectName(QStringLiteral("ara"));
     find_->setAccessibleName(QStringLiteral("Satır ara"));
-    find_->setPlaceholderText(QStringLiteral("Aranan numara ya da ad; Enter sonrakine gider"));
+    find_->setPlaceholderText(QStringLiteral("Numara ya da ad"));
     find_->setToolTip(QStringLiteral("Yazdıkça satıra gider, Enter sonrakini bulur (Ctrl+F)"));
     find_->setClearButtonEnabled(true);
     find_->installEventFilter(&grid_);

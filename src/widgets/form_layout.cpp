@@ -44,7 +44,6 @@ QLabel* FormLayout::add(const FormField& about, QWidget* editor, bool carriesLab
         label->setBuddy(editor);
         const bool isTall = about.kind == FieldKind::Memo;
         grid->addWidget(label, row, 0, isTall ? Qt::AlignTop : Qt::AlignVCenter);
-        labels_.push_back(label);
     }
     grid->addWidget(editor, row, 1, Qt::AlignLeft);
     if (shared_) return shared_;
@@ -53,16 +52,18 @@ QLabel* FormLayout::add(const FormField& about, QWidget* editor, bool carriesLab
     return note;
 }
 
-// Labels of all groups in a form of one column are of one width, so that their fields stand below each other.
+// Labels of the groups below each other are of one width, so that their fields stand below each other.
 void FormLayout::finish() {
+    std::vector<int> widths(columns_.size());
+    for (const Grid& grid : grids_)
+        for (int row = 0; row < grid.layout->rowCount(); ++row)
+            if (const QLayoutItem* label = grid.layout->itemAtPosition(row, 0))
+                widths[static_cast<size_t>(grid.column)] =
+                    std::max(widths[static_cast<size_t>(grid.column)], label->sizeHint().width());
+    for (const Grid& grid : grids_)
+        grid.layout->setColumnMinimumWidth(0, widths[static_cast<size_t>(grid.column)]);
     for (QVBoxLayout* column : columns_)
         column->addStretch(1);
-    if (shared_) return;
-    int width = 0;
-    for (const QLabel* label : labels_)
-        width = std::max(width, label->sizeHint().width());
-    for (QGridLayout* grid : grids_)
-        grid->setColumnMinimumWidth(0, width);
 }
 
 QGridLayout* FormLayout::gridOf(const FormField& about) {
@@ -82,7 +83,7 @@ QGridLayout* FormLayout::gridOf(const FormField& about) {
     grid_->setVerticalSpacing(form_->style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing, nullptr, form_));
     grid_->setColumnStretch(2, 1);
     if (!shared_) grid_->setColumnMinimumWidth(2, form_->fontMetrics().averageCharWidth() * kNoteWidth);
-    grids_.push_back(grid_);
+    grids_.push_back({grid_, column_});
     return grid_;
 }
 

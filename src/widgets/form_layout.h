@@ -27,8 +27,11 @@ class FormLayout {
     QWidget* form_;
     QHBoxLayout* columnsRow_;
     std::vector<QVBoxLayout*> columns_;
-    std::vector<QGridLayout*> grids_;
-    std::vector<QLabel*> labels_;
+    struct Grid {
+        QGridLayout* layout;
+        int column;
+    };
+    std::vector<Grid> grids_;
     QGridLayout* grid_ = nullptr; // of the last field
     int column_ = -1;             // of the last field
     QString group_;

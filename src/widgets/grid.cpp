@@ -50,16 +50,16 @@ void ListGrid::build() {
     find_->setClearButtonEnabled(true);
     find_->installEventFilter(this);
     setFocusProxy(find_);
+    output_ = new ListOutput(
+        this, [this] { return sheet(); }, dialogs_, memory_);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    buildToolLine(layout); // before the view: Tab goes in the order they are made
     buildView();
     counts_ = new QLabel(this);
     counts_->setObjectName(QStringLiteral("sayilar"));
     columns_ = std::make_unique<ColumnLayout>(view_->horizontalHeader(), model_->rows().columns(), memory_,
                                               QStringLiteral("Liste-") + objectName());
-    output_ = new ListOutput(
-        this, [this] { return sheet(); }, dialogs_, memory_);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    buildToolLine(layout);
     layout->addWidget(view_, 1);
     layout->addWidget(counts_);
 

@@ -2,6 +2,7 @@
 #include "widgets/qt_dialogs.h"
 
 #include "widgets/choice_box.h"
+#include "widgets/progress_box.h"
 
 #include <algorithm>
 #include <QApplication>
@@ -11,15 +12,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QProgressDialog>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 namespace orvan {
 
 namespace {
-
-constexpr int kProgressDelay = 500; // milliseconds before the bar appears
 
 QMessageBox::Icon boxIcon(Icon icon) {
     switch (icon) {
@@ -64,42 +62,6 @@ class Box : public QMessageBox {
         exec();
         return clickedButton() == accepting;
     }
-};
-
-class ProgressBar final : public Progress {
-  public:
-    ProgressBar(const QString& title, int total) : total_(total), dialog_(QApplication::activeWindow()) {
-        dialog_.setObjectName(QStringLiteral("ilerleme"));
-        dialog_.setWindowTitle(title);
-        dialog_.setLabelText(QStringLiteral("Lütfen bekleyiniz…"));
-        dialog_.setWindowModality(Qt::ApplicationModal);
-        dialog_.setAutoReset(false);
-        dialog_.setAutoClose(false);
-        dialog_.setMinimumWidth(dialog_.fontMetrics().averageCharWidth() * 60);
-        if (total > 0) {
-            auto* stop = new QPushButton(QStringLiteral("&Durdur"), &dialog_);
-            stop->setObjectName(QStringLiteral("durdur"));
-            dialog_.setCancelButton(stop);
-        } else {
-            dialog_.setCancelButton(nullptr);
-        }
-        dialog_.setRange(0, std::max(total, 0));
-        dialog_.setMinimumDuration(kProgressDelay);
-        dialog_.setValue(0);
-        QApplication::setOverrideCursor(Qt::BusyCursor);
-    }
-    ~ProgressBar() override { QApplication::restoreOverrideCursor(); }
-
-    void step(int done, const QString& text) override {
-        if (!text.isEmpty()) dialog_.setLabelText(text);
-        if (total_ > 0) dialog_.setValue(std::max(dialog_.value(), std::min(done, total_)));
-        QApplication::processEvents(QEventLoop::AllEvents, 20);
-    }
-    bool cancelled() override { return dialog_.wasCanceled(); }
-
-  private:
-    int total_;
-    QProgressDialog dialog_;
 };
 
 QStringList firstPatterns(const QString& filter) {
@@ -191,7 +153,7 @@ std::optional<QString> QtDialogs::chooseFolder(const QString& title, const QStri
 }
 
 std::unique_ptr<Progress> QtDialogs::beginProgress(const QString& title, int total) {
-    return std::make_unique<ProgressBar>(title, total);
+    return std::make_unique<BoxProgress>(title, total);
 }
 
 QString qtFileFilter(const QString& filter) {

@@ -25,8 +25,7 @@ class QtDialogs final : public Dialogs {
     std::optional<QString> chooseSaveFile(const QString& title, const QString& filter,
                                           const QString& suggested = {}) override;
     std::optional<QString> chooseFolder(const QString& title, const QString& startFolder = {}) override;
-    // The bar appears after half a second. "Durdur" asks the work to stop; without a known length there is no
-    // button.
+    // progress_box.h. Without a known length there is no button to stop.
     std::unique_ptr<Progress> beginProgress(const QString& title, int total) override;
 };
 

@@ -45,6 +45,11 @@ class TickDelegate : public QStyledItemDelegate {
         paintTick(painter, cell, static_cast<Qt::CheckState>(state.toInt()), !isReadOnly);
     }
 
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        const QSize usual = QStyledItemDelegate::sizeHint(option, index);
+        return {usual.width(), option.fontMetrics.height() * 3 / 2};
+    }
+
   protected:
     bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
                      const QModelIndex& index) override {
@@ -76,6 +81,11 @@ TickList::TickList(const QString& name, std::vector<ListColumn> textColumns,
 TickList::~TickList() = default;
 
 void TickList::build() {
+    output_ = new ListOutput(
+        this, [this] { return sheet(); }, dialogs_, memory_);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    buildToolLine(layout); // before the view: Tab goes in the order they are made
     view_ = new QTreeView(this);
     view_->setObjectName(QStringLiteral("tablo"));
     view_->setAccessibleName(QStringLiteral("İşaretlenecekler"));
@@ -107,11 +117,6 @@ void TickList::build() {
     counts_->setObjectName(QStringLiteral("sayilar"));
     columns_ = std::make_unique<ColumnLayout>(view_->header(), model_->allColumns(), memory_,
                                               QStringLiteral("Isaretler-") + objectName());
-    output_ = new ListOutput(
-        this, [this] { return sheet(); }, dialogs_, memory_);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    buildToolLine(layout);
     layout->addWidget(view_, 1);
     layout->addWidget(counts_);
     setFocusProxy(find_);
@@ -128,7 +133,7 @@ void TickList::buildToolLine(QVBoxLayout* layout) {
     find_ = new QLineEdit(this);
     find_->setObjectName(QStringLiteral("ara"));
     find_->setAccessibleName(QStringLiteral("Listede ara"));
-    find_->setPlaceholderText(QStringLiteral("Aranan ad ya da numara"));
+    find_->setPlaceholderText(QStringLiteral("Ad ya da numara"));
     find_->setToolTip(QStringLiteral("Yazdıkça süzülür; birden çok sözcük yazılabilir (Ctrl+F)"));
     find_->setClearButtonEnabled(true);
     find_->installEventFilter(this);

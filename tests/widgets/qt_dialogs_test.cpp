@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QPushButton>
 
 namespace orvan {
@@ -94,21 +95,66 @@ TEST(QtDialogs, TextInputGivesTheTextOrNothing) {
     }
 }
 
-TEST(QtDialogs, ProgressNeverRunsBackAndCanBeStopped) {
+class ProgressTest : public testing::Test {
+  protected:
+    static QWidget* box() { return QApplication::activeModalWidget(); }
+    static int value() { return find<QProgressBar>(*box(), "cubuk")->value(); }
     QtDialogs dialogs;
+};
+
+TEST_F(ProgressTest, AKnownLengthShowsAtOnceNeverRunsBackAndFillsOnlyAtTheEnd) {
     auto progress = dialogs.beginProgress("Ortalamalar", 10);
+    EXPECT_NE(QApplication::overrideCursor(), nullptr);
     progress->step(6);
+    ASSERT_NE(box(), nullptr);
+    QTest::qWait(60);
     progress->step(4, "Meslek 4");
-    EXPECT_FALSE(progress->cancelled());
-    QTest::qWait(600); // the bar appears after half a second
-    progress->step(7);
-    QWidget* bar = QApplication::activeModalWidget();
-    ASSERT_NE(bar, nullptr);
-    EXPECT_EQ(bar->property("value").toInt(), 7);
-    find<QPushButton>(*bar, "durdur")->click();
-    EXPECT_TRUE(progress->cancelled());
+    EXPECT_EQ(value(), 6);
+    EXPECT_EQ(find<QLabel>(*box(), "adim")->text(), QString("Meslek 4"));
+    progress->step(10);
+    EXPECT_EQ(value(), 10);
+    QTest::qWait(60);
+    progress->step(0);
+    EXPECT_EQ(value(), 10);
     progress.reset();
-    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_EQ(box(), nullptr);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(ProgressTest, EscapeAndTheButtonAskToStopAndTheBoxStaysUntilTheWorkEnds) {
+    for (const bool byKey : {true, false}) {
+        auto progress = dialogs.beginProgress("Ortalamalar", 10);
+        progress->step(1);
+        EXPECT_FALSE(progress->cancelled());
+        if (byKey)
+            press(Qt::Key_Escape);
+        else
+            find<QPushButton>(*box(), "durdur")->click();
+        EXPECT_TRUE(progress->cancelled());
+        ASSERT_NE(box(), nullptr);
+        EXPECT_EQ(find<QLabel>(*box(), "adim")->text(), QString("Durduruluyor…"));
+    }
+}
+
+TEST_F(ProgressTest, TheButtonSaysWhetherStoppingUndoesAll) {
+    auto progress = dialogs.beginProgress("Kopyalama", 3);
+    progress->step(1);
+    EXPECT_EQ(find<QPushButton>(*box(), "durdur")->text(), QString("&Durdur"));
+    progress->stopUndoesAll();
+    EXPECT_EQ(find<QPushButton>(*box(), "durdur")->text(), QString("İ&ptal"));
+}
+
+TEST_F(ProgressTest, AnUnknownLengthShowsAfterASecondAndCannotBeStopped) {
+    auto progress = dialogs.beginProgress("Lütfen bekleyiniz...", 0);
+    progress->step(0, "Dosya açılıyor");
+    EXPECT_EQ(box(), nullptr);
+    QTest::qWait(1050);
+    progress->step(0, "Dosya açılıyor");
+    ASSERT_NE(box(), nullptr);
+    EXPECT_EQ(box()->findChild<QPushButton*>(), nullptr);
+    press(Qt::Key_Escape);
+    EXPECT_NE(box(), nullptr);
+    EXPECT_FALSE(progress->cancelled());
 }
 
 TEST(QtDialogs, AChoiceIsFoundByTypingPartOfIt) {

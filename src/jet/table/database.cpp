@@ -80,6 +80,7 @@ std::unique_ptr<Database> Database::create(const std::filesystem::path& path, co
         WriteScope write(database->pages());
         writeNewDatabase(*database->impl_);
         write.commit();
+        database->impl_->structureChanged(); // the catalog was looked at while it was being made
         return database;
     } catch (Error& error) {
         error.inFile(pathText(path));

@@ -189,14 +189,17 @@ bool Journal::isWhole(IoFile& journal, const Header& header) const {
 }
 
 void Journal::restore(IoFile& journal, const Header& header, IoFile& database) const {
+    // A commit never makes the file smaller: when it is smaller than before, it was cut by somebody else, and
+    // what is missing is not filled up with zeros.
+    const uint64_t present = database.size();
     std::vector<uint8_t> record(kRecordHead + header.pageSize);
     for (uint32_t i = 0; i < header.records; ++i) {
         if (journal.read(kHeaderBytes + uint64_t{i} * record.size(), record) < record.size())
             throw Error(Err::DiskIO, "Geri alma günlüğü okunamadı.");
         const uint64_t offset = uint64_t{load<uint32_t>(record.data())} * header.pageSize;
-        database.write(offset, std::span(record).subspan(kRecordHead));
+        if (offset < present) database.write(offset, std::span(record).subspan(kRecordHead));
     }
-    if (database.size() != header.fileSize) database.truncate(header.fileSize);
+    if (database.size() > header.fileSize) database.truncate(header.fileSize);
     database.sync();
 }
 

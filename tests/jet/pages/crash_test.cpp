@@ -256,6 +256,21 @@ TEST(Crash, DamagedJournalsAreRemovedAndTouchNothing) {
     EXPECT_EQ(allValues(*open(io)), oldValues());
 }
 
+TEST(Crash, DatabaseThatSomebodyCutIsNotFilledUpByItsJournal) {
+    const auto io = std::make_shared<MemoryIo>();
+    auto file = make(io, 8);
+    WriteScope write(*file);
+    change(*file);
+    io->setHook(diesAfterFirstPage());
+    EXPECT_NE(errorOf([&] { write.commit(); }), 0);
+    const auto disk = io->afterCrash(MemoryIo::Survives::Everything);
+    auto bytes = disk->contents(kPath);
+    bytes.resize(3 * kPage); // pages 3 to 7 are gone, one of them is in the journal
+    disk->put(kPath, bytes);
+    EXPECT_EQ(allValues(*open(disk)), (std::vector<uint64_t>{100, 101, 102}));
+    EXPECT_EQ(disk->contents(kPath).size(), bytes.size());
+}
+
 TEST(Crash, StaleJournalIsNotRolledBackIntoANewDatabase) {
     const auto io = std::make_shared<MemoryIo>();
     io->put(kJournal, std::vector<uint8_t>(9000, 1));

@@ -15,6 +15,7 @@ namespace jet {
 
 namespace {
 
+constexpr size_t kTablesLooked = 1000; // for the sort order
 constexpr uint16_t kTurkishCodePage = 1254, kWesternCodePage = 1252;
 
 // The four tables that every file has, as a new file has them.
@@ -43,7 +44,9 @@ Salvage::Salvage(std::shared_ptr<Io> io, const std::filesystem::path& path, Salv
             SalvageSource{*opened_.pages, surveyPages(*opened_.pages, header_.encodingKey, options_.step)});
         systemDefinitions_ = knownSystemDefinitions();
         findTables();
-        if (!headerKnown_) assumeSortOrder();
+        if (std::ranges::all_of(tables_, [](const SalvagedTable& table) { return table.page == 0; }) &&
+            dataPages_.empty())
+            throw Error(Err::NotADatabase, "Dosyada ne bir tablo ne de bir kayıt bulunabildi.");
         longValues_ = std::make_unique<LongValueReader>(*source_);
     } catch (Error& error) {
         error.inFile(pathText(path));
@@ -76,6 +79,7 @@ void Salvage::readHeader() {
         header_.codePage = kTurkishCodePage;
         notes_.push_back("Dosyanın başlık sayfası bozuk; ayarları öteki sayfalardan çıkarıldı.");
     }
+    if (headerKnown_ && trust.password) page0_.assign(first.bytes().begin(), first.bytes().end());
     if (!trust.password) {
         header_.password.clear();
         header_.creationDate = 0;
@@ -102,9 +106,11 @@ void Salvage::chooseKey(bool believed) {
 // What most text fields are sorted by.
 void Salvage::assumeSortOrder() {
     std::map<std::pair<uint16_t, uint8_t>, size_t> votes;
-    for (const SalvagedTable& table : tables_) {
-        if (table.page == 0) continue;
-        for (const FieldDef& field : definition(table).def.fields)
+    size_t looked = 0;
+    for (const auto& [id, place] : known_) {
+        if (place == 0) continue;
+        if (++looked > kTablesLooked) break;
+        for (const FieldDef& field : definitionOf(id).def.fields)
             if (field.isText() && knowsSortOrder(field.sortOrder))
                 ++votes[{field.sortOrder.lcid, field.sortOrder.version}];
     }
@@ -120,6 +126,16 @@ size_t Salvage::damagedPages() const {
     for (PageNo page = 1; page < source_->file.pageCount(); ++page)
         pages += source_->pages.damaged[page] && !isFree(page);
     return pages;
+}
+
+bool Salvage::isKeyName(std::string_view name) const {
+    return isUsableName(name) && canMakeTextKey(name, header_.sortOrder);
+}
+
+std::string Salvage::keyOf(std::string_view name) const {
+    Bytes key;
+    appendTextKey(name, header_.sortOrder, key);
+    return {key.begin(), key.end()};
 }
 
 SalvagedDefinition Salvage::definition(const SalvagedTable& table) const {

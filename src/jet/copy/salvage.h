@@ -56,6 +56,11 @@ class Salvage {
     const std::vector<SalvagedTable>& tables() const { return tables_; }
     const std::vector<StrayPages>& strayPages() const { return strays_; }
     SalvagedDefinition definition(const SalvagedTable& table) const;
+    bool isKeyName(std::string_view name) const; // could an object of the file be called so?
+    // Equal for names that cannot stand side by side. REQUIRES: isKeyName(name).
+    std::string keyOf(std::string_view name) const;
+    const Bytes& page0() const { return page0_; } // empty unless everything in it can be believed
+    bool datesKnown() const { return header_.creationDate != 0; } // and with it what security ids mean
     void readRows(const SalvagedTable& table, const TableDef& def, const TableSalvage::RowSink& sink,
                   TableLosses& losses);
 
@@ -92,6 +97,7 @@ class Salvage {
     std::optional<ReadScope> read_;
     DatabaseHeader header_;
     bool headerKnown_ = false;
+    Bytes page0_;
     std::vector<std::string> notes_;
     std::optional<SalvageSource> source_;
     std::unordered_map<PageNo, PageNo> known_;         // id of a table -> where its definition lies, 0 = gone

@@ -185,7 +185,7 @@ void TableSalvage::give(RowId row, std::span<const uint8_t> bytes, const RowSink
             lose(losses, row, def_.fields[i].name, error.message());
         }
     }
-    sink(row, values_);
+    sink(values_);
     ++losses.rowsSaved;
 }
 
@@ -193,7 +193,8 @@ Value TableSalvage::fieldValue(size_t i) {
     const FieldDef& field = def_.fields[i];
     if (!field.isLongValue()) {
         Value value = view_.value(i);
-        if (const auto* text = value.get<std::string>(); text && utf16Length(*text) > field.size)
+        if (const auto* text = value.get<std::string>();
+            text && text->size() > field.size && utf16Length(*text) > field.size)
             corrupt("Metin, alanın genişliğinden uzun.");
         return value;
     }

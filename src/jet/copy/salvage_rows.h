@@ -47,14 +47,15 @@ struct TableLosses {
 
 class TableSalvage {
   public:
-    using RowSink = std::function<void(RowId, std::span<const Value>)>;
+    // `values`: one per field in display order; null where the value could not be read.
+    using RowSink = std::function<void(std::span<const Value> values)>;
 
     // `pages`: the data pages with the table's mark that are not free, ascending. `def` must outlive it.
     // `countKnown` false: def.rowCount and the owned map mean nothing.
     TableSalvage(const SalvageSource& source, const TableDef& def, std::vector<PageNo> pages, bool countKnown,
                  LongValueReader& longValues);
 
-    // One value per field in display order. `step` is called for each page, twice.
+    // `step` is called for each page, twice.
     void read(const RowSink& sink, TableLosses& losses, const std::function<void()>& step);
 
   private:

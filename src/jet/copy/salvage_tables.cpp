@@ -16,6 +16,7 @@ constexpr size_t kMaxAdoptionSteps = 4u
                                      << 20; // tables times stray pages; more is no file that was ever sound
 constexpr size_t kMaxProperties = 1u << 20; // bytes of one table's properties
 constexpr size_t kMaxAllProperties = 64u << 20;
+constexpr size_t kMaxNameless = 2000;
 constexpr const char* kMadeUpName = "Kurtarılan_";
 
 size_t livingRows(const Layout& layout, std::span<const uint8_t> page) {
@@ -75,6 +76,7 @@ void Salvage::findTables() {
         if (source_->pages.kind(page) == PageKind::Data)
             dataPages_.emplace_back(source_->pages.owners[page], page);
     std::ranges::sort(dataPages_);
+    if (!headerKnown_) assumeSortOrder();
     readFreeMap();
     adoptStrayPages();
     Catalog catalog = readCatalog();
@@ -140,13 +142,13 @@ Salvage::Catalog Salvage::readCatalog() {
     for (const auto& [owner, page] : dataPages_)
         owners.insert(owner);
     size_t room = kMaxAllProperties;
-    const auto take = [&](RowId, std::span<const Value> row) {
+    const auto take = [&](std::span<const Value> row) {
         if (row[*id].isNull() || row[*type].isNull() || row[*name].isNull()) return;
         if (row[*type].toInt() != ObjectType::kTable) return;
         const auto page = static_cast<PageNo>(row[*id].toInt());
         const std::string& text = *row[*name].get<std::string>();
-        if ((!known_.contains(page) && !owners.contains(page)) || !isUsableName(text)) return;
-        CatalogRow found{text, static_cast<uint32_t>(row[*flags].isNull() ? 0 : row[*flags].toInt()), {}};
+        if ((!known_.contains(page) && !owners.contains(page)) || !isKeyName(text)) return;
+        CatalogRow found{text, static_cast<uint32_t>(row[*flags].toInt()), {}};
         const Bytes* blob = row[*properties].get<Bytes>();
         if (blob && blob->size() <= std::min(kMaxProperties, room)) {
             found.properties = *blob;
@@ -186,6 +188,7 @@ void Salvage::nameTables(const Catalog& catalog) {
     for (const auto& [id, place] : known_)
         ids.push_back(id);
     std::ranges::sort(ids);
+    size_t nameless = 0;
     for (const PageNo id : ids) {
         SalvagedTable table{.id = id, .page = known_.at(id)};
         const auto row = catalog.rows.find(id);
@@ -197,14 +200,18 @@ void Salvage::nameTables(const Catalog& catalog) {
             continue; // dropped long ago
         }
         if (isSystem(id)) table.name = systemTableName(id);
-        table.nameLost = table.name.empty() || !taken.insert(foldName(table.name)).second;
+        if (table.name.empty() && ++nameless > kMaxNameless) continue;
+        table.nameLost = table.name.empty() || !taken.insert(keyOf(table.name)).second;
         tables_.push_back(std::move(table));
     }
+    if (nameless > kMaxNameless)
+        notes_.push_back("Adı yitmiş tabloların çoğu bırakıldı; en çok " + std::to_string(kMaxNameless) +
+                         " tanesi kurtarılır.");
     for (SalvagedTable& table : tables_) {
         if (!table.nameLost) continue;
         table.flags = 0;
         for (std::string name = kMadeUpName + std::to_string(table.id);; name += "_") {
-            if (!taken.insert(foldName(name)).second) continue;
+            if (!taken.insert(keyOf(name)).second) continue;
             table.name = name;
             break;
         }

@@ -17,7 +17,7 @@ using Content = std::map<std::string, Rows>;
 std::string rowText(std::span<const Value> values) {
     std::string text;
     for (const Value& value : values)
-        text += std::to_string(value.data().index()) + ":" + (value.isNull() ? "" : value.toText()) + "\x1f";
+        text += std::to_string(value.data().index()) + ':' + (value.isNull() ? "" : value.toText()) + '\x1f';
     return text;
 }
 
@@ -58,8 +58,8 @@ Content readBySalvage(const std::filesystem::path& path, const std::string& pass
             complaints += table.name + " " + loss.field + ": " + loss.reason + "\n";
         };
         salvage.readRows(
-            table, definition.def,
-            [&](RowId, std::span<const Value> values) { rows.push_back(rowText(values)); }, losses);
+            table, definition.def, [&](std::span<const Value> values) { rows.push_back(rowText(values)); },
+            losses);
         std::ranges::sort(rows);
     }
     return content;

@@ -149,7 +149,7 @@ void LockFile::writeEntry() {
     }
 }
 
-void LockFile::leave() noexcept {
+void LockFile::leave(const std::function<void()>& tidyUp) noexcept {
     if (!file_) return;
     try {
         if (membership_ == Membership::Joined) {
@@ -160,8 +160,10 @@ void LockFile::leave() noexcept {
             if (mine) {
                 file_->unlock(ldb::kPresentByte, 1);
                 if (file_->tryLock(ldb::kPresentByte, 1, LockKind::Exclusive) && !foreignHere() &&
-                    file_->isStillAt(path_))
+                    file_->isStillAt(path_)) {
+                    if (tidyUp) tidyUp();
                     io_.remove(path_);
+                }
             }
         }
     } catch (...) {

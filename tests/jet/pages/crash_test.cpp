@@ -48,6 +48,15 @@ void change(PageFile& file) {
         setValue(file.append(), value);
 }
 
+// A journal is there that is not retired.
+bool journalWaits(const MemoryIo& io) {
+    const auto bytes = io.contents(kJournal);
+    const std::string_view retired = "ORVENDED";
+    const auto names = io.names();
+    return std::find(names.begin(), names.end(), kJournal) != names.end() &&
+           !(bytes.size() >= retired.size() && std::equal(retired.begin(), retired.end(), bytes.begin()));
+}
+
 // Commits with a failure at operation n. Returns true when there was no such operation.
 bool commitFailing(PageFile& file, MemoryIo& io, size_t n, bool dead, bool& acknowledged) {
     WriteScope write(file);
@@ -66,11 +75,15 @@ void expectOldOrNew(const std::shared_ptr<MemoryIo>& io, bool mustBeNew, const s
         EXPECT_EQ(values, newValues());
     else
         EXPECT_TRUE(values == oldValues() || values == newValues()) << testing::PrintToString(values);
-    EXPECT_FALSE(io->exists(kJournal));
-    WriteScope write(*file); // and it can be written again
-    setValue(file->edit(0), 77);
-    write.commit();
+    EXPECT_FALSE(journalWaits(*io));
+    {
+        WriteScope write(*file); // and it can be written again
+        setValue(file->edit(0), 77);
+        write.commit();
+    }
     EXPECT_EQ(valueOf(*open(io), 0), 77u);
+    file.reset();
+    EXPECT_EQ(io->names(), std::vector{kPath}) << "the last who leaves takes all with him";
 }
 
 TEST(Crash, AtEveryOperationTheNextOpenerFindsOldOrNew) {
@@ -142,7 +155,7 @@ TEST(Crash, AFailedCommitIsUndoneAndTheHandleGoesOn) {
             file->assertState();
             EXPECT_EQ(allValues(*reader), error == 0 ? newValues() : oldValues()) << "operation " << n;
             EXPECT_EQ(allValues(*file), error == 0 ? newValues() : oldValues()) << "operation " << n;
-            EXPECT_FALSE(io->exists(kJournal));
+            EXPECT_FALSE(journalWaits(*io));
             if (finished) {
                 EXPECT_EQ(error, 0);
                 break;
@@ -271,12 +284,46 @@ TEST(Crash, DatabaseThatSomebodyCutIsNotFilledUpByItsJournal) {
     EXPECT_EQ(disk->contents(kPath).size(), bytes.size());
 }
 
+// What a commit asks of the disk. A journal whose name may not be durable is never relied on.
+TEST(Crash, FlushesOfACommit) {
+    const auto io = std::make_shared<MemoryIo>();
+    { make(io, 600); }
+    auto file = open(io);
+    size_t flushes = 0, folders = 0;
+    io->setHook([&](const MemoryIo::Step& step) {
+        if (step.op == MemoryIo::Op::Sync) ++flushes;
+        if (step.op == MemoryIo::Op::SyncFolder) ++folders;
+    });
+    const struct {
+        const char* what;
+        bool putUnfinished; // a journal that another left while he made it
+        PageNo pages;
+        size_t flushes, folders;
+    } cases[] = {
+        {"the first makes the journal", false, 1, 3, 1},
+        {"the next takes the retired one", false, 3, 3, 0},
+        {"a long journal is removed", false, 400, 2, 1},
+        {"and is made anew", false, 1, 3, 1},
+        {"an unfinished one is removed and made anew", true, 1, 3, 2},
+    };
+    for (const auto& c : cases) {
+        if (c.putUnfinished) io->patch(kJournal, 0, std::vector<uint8_t>(8));
+        flushes = folders = 0;
+        WriteScope write(*file);
+        for (PageNo no = 0; no < c.pages; ++no)
+            setValue(file->edit(no), 5);
+        write.commit();
+        EXPECT_EQ(flushes, c.flushes) << c.what;
+        EXPECT_EQ(folders, c.folders) << c.what;
+    }
+}
+
 TEST(Crash, StaleJournalIsNotRolledBackIntoANewDatabase) {
     const auto io = std::make_shared<MemoryIo>();
     io->put(kJournal, std::vector<uint8_t>(9000, 1));
     auto file = make(io, 3);
     EXPECT_EQ(allValues(*file), (std::vector<uint64_t>{100, 101, 102}));
-    EXPECT_FALSE(io->exists(kJournal));
+    EXPECT_FALSE(journalWaits(*io));
 }
 
 } // namespace

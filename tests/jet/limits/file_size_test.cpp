@@ -79,12 +79,17 @@ TEST_F(FileSize, AtTheLimitAStatementIsRefusedWholeAndTheFileGoesOn) {
             const auto database = Database::open(path);
             expectRows(*database, kFirstRows);
             Table table = database->openTable("T");
-            const int error = errorOf(
-                [&] {
-                    for (; rows < 1000; ++rows)
-                        table.insert(std::vector<Value>{rows, textOf(rows)});
-                },
-                &text);
+            int error = 0;
+            {
+                WriteBatch batch(*database); // the rows before the refused one stay
+                error = errorOf(
+                    [&] {
+                        for (; rows < 1000; ++rows)
+                            table.insert(std::vector<Value>{rows, textOf(rows)});
+                    },
+                    &text);
+                batch.commit();
+            }
             EXPECT_EQ(error, 3043);
             EXPECT_NE(text.find("2 GB"), std::string::npos) << text;
             EXPECT_LE(fs::file_size(path), kLimit);
@@ -96,6 +101,7 @@ TEST_F(FileSize, AtTheLimitAStatementIsRefusedWholeAndTheFileGoesOn) {
             const auto database = Database::open(path); // changes that need no room are fine
             Table table = database->openTable("T");
             expectRows(*database, rows);
+            WriteBatch batch(*database);
             table.setIndex("indId");
             for (int32_t id = rows - 1; id >= kFirstRows - 1; --id) {
                 const Value key[] = {id};
@@ -103,6 +109,7 @@ TEST_F(FileSize, AtTheLimitAStatementIsRefusedWholeAndTheFileGoesOn) {
                 table.remove();
             }
             table.insert(std::vector<Value>{kFirstRows - 1, textOf(kFirstRows - 1)}); // into the freed pages
+            batch.commit();
             expectRows(*database, kFirstRows);
         }
     }

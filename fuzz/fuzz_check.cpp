@@ -3,6 +3,7 @@
 #include "jet/check/check.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const fuzz::TimeBound bound;
     jet::OpenOptions options = fuzz::openOptions(fuzz::putInMemory(fuzz::split({data, size})));
     options.readOnly = true;
     std::unique_ptr<jet::Database> database;

@@ -46,6 +46,7 @@ void walkIndex(jet::Table& table, const std::string& index, size_t bound) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const fuzz::TimeBound bound;
     jet::OpenOptions options = fuzz::openOptions(fuzz::putInMemory(fuzz::split({data, size})));
     options.readOnly = true;
     std::unique_ptr<jet::Database> database;

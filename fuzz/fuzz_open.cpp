@@ -23,6 +23,7 @@ void openOnce(const fuzz::HostileFile& parts, bool readOnly, const char* passwor
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const fuzz::TimeBound bound;
     const fuzz::HostileFile parts = fuzz::split({data, size});
     openOnce(parts, true, nullptr);
     openOnce(parts, false, nullptr);

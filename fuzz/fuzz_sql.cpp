@@ -23,6 +23,7 @@ size_t tablesNamed(std::string_view text) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const fuzz::TimeBound bound;
     static const fuzz::Bytes sound = fuzz::sqlDatabase();
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     if (size > 2048 || tablesNamed(text) > kMostTables) return 0;

@@ -142,6 +142,7 @@ constexpr size_t kMostSteps = 24, kStepBytes = 1u << 20;
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const fuzz::TimeBound bound;
     fuzz::HostileFile parts = fuzz::split({data, size});
     const auto io = fuzz::putInMemory(parts);
     std::unique_ptr<jet::Database> database;

@@ -6,6 +6,7 @@
 #include "jet/pages/io_memory.h"
 
 #include <cstdint>
+#include <ctime>
 #include <memory>
 #include <span>
 #include <string>
@@ -36,6 +37,20 @@ std::vector<std::string> allTables(jet::Database& database);
 
 // Ends the run as a finding when a promise is broken.
 void require(bool promise, const char* text);
+
+// One input takes no more than this: processor time, so that a busy machine does not matter (under the
+// sanitizers everything takes some five times as long). A walk that never ends is caught by libFuzzer's own
+// clock.
+class TimeBound {
+  public:
+    TimeBound() : start_(std::clock()) {}
+    ~TimeBound() {
+        require(std::clock() - start_ <= 3 * CLOCKS_PER_SEC, "an input takes three seconds at most");
+    }
+
+  private:
+    std::clock_t start_;
+};
 
 // Runs `action`; what the engine refuses is fine, anything but jet::Error ends the run. True: not refused.
 template <class Action> bool refusable(Action action) {

@@ -134,6 +134,15 @@ bool Journal::exists() const {
     }
 }
 
+bool Journal::counts(IoFile& journal) const {
+    try {
+        Header header;
+        return readHeader(journal, header) && isWhole(journal, header);
+    } catch (const Error&) {
+        return true; // as far as anybody knows
+    }
+}
+
 void Journal::copyRun(IoFile& database, const Header& header, uint32_t first, uint32_t count) {
     pages_.assign(size_t{count} * header.pageSize, 0); // a part of a page at the end of the file is filled up
     database.read(uint64_t{first} * header.pageSize, pages_);
@@ -206,9 +215,11 @@ void Journal::restore(IoFile& journal, const Header& header, IoFile& database) c
 void Journal::retire() {
     if (end_ > kKeptBytes) return remove();
     try {
-        file_->write(0, std::span(reinterpret_cast<const uint8_t*>(kRetired), kMagicBytes));
+        uint8_t header[kHeaderBytes] = {}; // the sums too: half a new header must not bring back the old one
+        std::memcpy(header, kRetired, kMagicBytes);
+        file_->write(0, header);
     } catch (const Error&) {
-        if (exists()) throw; // else it is retired, whatever the system said
+        if (counts(*file_)) throw; // else it is retired, whatever the system said
     }
 }
 

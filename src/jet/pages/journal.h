@@ -8,8 +8,9 @@
 // Integers are little-endian. The checksums include the nonce, so records of an older journal on the same
 // place of the disk do not pass. A journal counts only when header and all records are there and right; it
 // was synced before the database file was touched, so one that does not count belongs to a commit that had
-// not begun. A small journal is kept for the next commit, with other bytes in the place of the magic: it is
-// retired. That costs one write where removing and making it anew would cost two flushes of the folder.
+// not begun. A small journal is kept for the next commit, with a header that holds other magic and nothing
+// else: it is retired. That costs one write where removing and making it anew would cost two flushes of the
+// folder.
 #pragma once
 
 #include "jet/pages/io.h"
@@ -57,6 +58,7 @@ class Journal {
     void copyRun(IoFile& database, const Header& header, uint32_t first, uint32_t count);
     void flush();
     bool takeRetired();
+    bool counts(IoFile& journal) const;
     bool isRetired(IoFile& journal) const;
     bool readHeader(IoFile& journal, Header& header) const;
     bool isWhole(IoFile& journal, const Header& header) const;

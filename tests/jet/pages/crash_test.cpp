@@ -164,6 +164,44 @@ TEST(Crash, AFailedCommitIsUndoneAndTheHandleGoesOn) {
     }
 }
 
+// Both write over a journal that is there: a retired one by the next commit, a hot one by its retirement.
+TEST(Crash, AWriteOverAJournalThatEndsAnywhereBringsNoOlderStateBack) {
+    for (const bool dies : {true, false}) {
+        for (size_t cut = 0; cut <= 80; ++cut) {
+            for (size_t n = 0; n < 2; ++n) { // the journal's new content, its retirement
+                const auto io = std::make_shared<MemoryIo>();
+                auto file = make(io, 8);
+                {
+                    WriteScope write(*file);
+                    setValue(file->edit(3), 33);
+                    write.commit();
+                }
+                size_t seen = 0;
+                io->setHook([&](const MemoryIo::Step& step) {
+                    const bool strikes =
+                        step.op == MemoryIo::Op::Write && step.path == kJournal && seen++ == n;
+                    if (strikes)
+                        io->patch(kJournal, step.offset, step.data.first(std::min(cut, step.data.size())));
+                    if (strikes || (dies && seen > n)) throw Error(Err::DiskIO, "Deneme hatası.");
+                });
+                WriteScope write(*file);
+                change(*file);
+                const int error = errorOf([&] { write.commit(); });
+                io->setHook({});
+                auto before = oldValues(), after = newValues();
+                before[3] = after[3] = 33;
+                const auto found = allValues(*open(io->afterCrash(MemoryIo::Survives::Everything)));
+                const std::string where = (dies ? "dies, write " : "fails, write ") + std::to_string(n) +
+                                          " after " + std::to_string(cut) + " bytes";
+                EXPECT_TRUE(found == before || (n == 1 && found == after)) << where;
+                if (dies) continue;
+                EXPECT_EQ(found, error == 0 ? after : before) << where;
+                EXPECT_EQ(allValues(*file), found) << where;
+            }
+        }
+    }
+}
+
 TEST(Crash, OthersWhoHaveTheFileOpenRollBackTheDeadWriter) {
     const auto io = std::make_shared<MemoryIo>();
     auto dying = make(io, 8);

@@ -28,6 +28,7 @@ struct CreateOptions {
     std::string password;
     SortOrder sortOrder = kTurkishSort; // "locale": 0x041F Turkish or 0x0409 General
     uint16_t codePage = 1254;
+    uint32_t encodingKey = 0; // every page but the first is encoded with it; 0 = in clear
     PageFileOptions pages;
     std::shared_ptr<Io> io;
 };

@@ -33,7 +33,10 @@ struct WriterOptions {
     std::shared_ptr<Io> io;         // empty = systemIo()
     size_t memoryBytes = 64u << 20; // for pages and as much again for sorting; more goes to temporary files
     bool lenient = false; // an index that the rows stand against: false = the error, true = see IndexFate
-    std::function<void()> step; // called for each row and each index entry; what it throws stops the writer
+    std::function<void()> step;       // called for each row, and for each row again per index; what it throws
+                                      // stops the writer
+    bool replace = false;             // a file called `out` is there and goes when the new one is whole
+    std::function<void()> beforeName; // called when all is written, right before the file gets its name
 };
 
 // Page 0 of the new file.
@@ -86,11 +89,17 @@ class DatabaseWriter {
     void addRow(std::span<const Value> values);
     // The same from a row of a Jet 4 file, stored bytes taken as they stand; `row` is of a definition with
     // the same fields in the same order. Long values are read through `from`.
-    void addRow(const RowView& row, PageFile& from);
+    // `old`: where it lies there; needed for the keys of endTable().
+    void addRow(const RowView& row, PageFile& from, RowId old);
+
+    // Gives the entries of an index of the old file, in any order. `index`: position in def().indexes.
+    using OldEntry = std::function<void(std::span<const uint8_t> key, RowId old)>;
+    using OldKeys = std::function<void(size_t index, const OldEntry& entry)>;
 
     // Builds the indexes. One outcome per index, in the order of def().indexes as given. Unless lenient:
-    // DuplicateKey, IndexNullKey, InvalidArgument.
-    std::vector<IndexOutcome> endTable();
+    // DuplicateKey, IndexNullKey, InvalidArgument, ReadOnly. An index whose keys cannot be made gets the keys
+    // it had, where `oldKeys` knows them and every row was given with its old place.
+    std::vector<IndexOutcome> endTable(const OldKeys& oldKeys = {});
 
     // The id in the new file of what had `oldId`: another one for tables, the same for everything else.
     int32_t newId(int32_t oldId) const;

@@ -211,6 +211,10 @@ void initialiseHeader(std::span<uint8_t> page0, const DatabaseHeader& header) {
     storeLe(page0.data() + kCreationAt, header.creationDate);
     applyHeaderMask(page0);
     std::copy(std::begin(kFormatText), std::end(kFormatText), page0.begin() + kFormatTextAt);
+    clearUserMarks(page0);
+}
+
+void clearUserMarks(std::span<uint8_t> page0) {
     for (size_t at = kCommitWordsAt; at < page0.size(); at += sizeof kUnusedCommitWord)
         std::copy(std::begin(kUnusedCommitWord), std::end(kUnusedCommitWord),
                   page0.begin() + static_cast<ptrdiff_t>(at));

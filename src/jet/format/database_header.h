@@ -41,6 +41,9 @@ bool hasNewerSignature(std::span<const uint8_t> page0);
 // Page 0 of a new Jet 4 database, as Access 2000-2003 writes it. creationDate must be set.
 void initialiseHeader(std::span<uint8_t> page0, const DatabaseHeader& header);
 
+// The marks of those who had the file open, as in a new file. REQUIRES: page 0 of a Jet 4 file.
+void clearUserMarks(std::span<uint8_t> page0);
+
 // Rewrites the 40 password bytes only. Err::InvalidArgument past 20 UTF-16 units. Empty = none.
 void writePassword(std::span<uint8_t> page0, std::string_view password);
 

@@ -200,11 +200,16 @@ bool LockFile::foreignHere() {
     const uint64_t known = ldb::kUserLock + entries();
     if (lockedByOther(ldb::kForeignBegin, ldb::kUserLock) || lockedByOther(known, ldb::kForeignEnd))
         return true;
-    for (uint64_t lock = ldb::kUserLock; lock < known; ++lock)
-        if (lockedByOther(lock, lock + 1) &&
-            !file_->lockedByOther(lock - ldb::kUserLock + ldb::kOwnUserLock, 1))
-            return true;
-    return false;
+    return foreignAmong(ldb::kUserLock, known);
+}
+
+// Asks for ranges: over a network every question costs. The lowest slots are taken first.
+bool LockFile::foreignAmong(uint64_t begin, uint64_t end) {
+    if (!lockedByOther(begin, end)) return false;
+    if (end - begin == 1) return !file_->lockedByOther(begin - ldb::kUserLock + ldb::kOwnUserLock, 1);
+    constexpr uint64_t kFew = 8;
+    const uint64_t middle = begin + std::min(kFew, (end - begin) / 2);
+    return foreignAmong(begin, middle) || foreignAmong(middle, end);
 }
 
 bool LockFile::lockedByOther(uint64_t begin, uint64_t end) {

@@ -71,6 +71,7 @@ class LockFile {
     void takeSlot();
     void writeEntry();
     std::string readEntry(size_t slot);
+    bool foreignAmong(uint64_t begin, uint64_t end);  // user locks
     bool lockedByOther(uint64_t begin, uint64_t end); // our own user lock left aside
     uint64_t entries();
 

@@ -23,7 +23,11 @@ constexpr int kForeignLooks = 3, kForeignPauseMs = 5; // one of us who looks at 
 
 void LockProtocol::lockShared() {
     assert(level_ == Level::None);
-    refresh(Look::NowAndThen);
+    // The .ldb goes only if a person deletes it: a reader need not ask the system at every read.
+    if (file_.membership() == Membership::Alone || io_.tickMilliseconds() >= nextLook_) {
+        seesForeign();
+        joinIfLost();
+    }
     if (file_.membership() != Membership::Alone) {
         Wait wait(io_, timeoutMs_);
         while (!tryShared())
@@ -70,7 +74,7 @@ void LockProtocol::lockWriter() {
 }
 
 bool LockProtocol::tryWriter(bool& turn) {
-    if (level_ == Level::None && refresh(Look::Always)) turn = false; // that was in another .ldb
+    if (level_ == Level::None && joinIfLost()) turn = false; // that was in another .ldb
     if (file_.membership() != Membership::Joined)
         throw Error(Err::ReadOnly, "Kilit dosyası silindi ve yeniden oluşturulamadı; dosyaya yazılamaz.")
             .inFile(pathText(file_.path()));
@@ -86,7 +90,7 @@ bool LockProtocol::tryWriter(bool& turn) {
 }
 
 void LockProtocol::refuseForeign() {
-    for (int look = 1; file_.foreignHere(); ++look) {
+    for (int look = 1; seesForeign(); ++look) {
         if (look == kForeignLooks) throwLocked(kForeign);
         io_.sleepMilliseconds(kForeignPauseMs);
     }
@@ -150,15 +154,16 @@ uint64_t LockProtocol::moveCounter() {
     return value;
 }
 
-// The .ldb goes only if a person deletes it: a reader need not ask the system at every read.
-bool LockProtocol::refresh(Look look) {
-    const bool alone = file_.membership() == Membership::Alone;
-    const uint64_t now = io_.tickMilliseconds();
-    if (!alone && look == Look::NowAndThen && now < nextLook_) return false;
-    nextLook_ = now + kLookMs;
+bool LockProtocol::seesForeign() {
+    nextLook_ = io_.tickMilliseconds() + kLookMs;
     looked_ = true;
     foreign_ = file_.foreignHere();
     unsure_ = unsure_ || foreign_;
+    return foreign_;
+}
+
+bool LockProtocol::joinIfLost() {
+    const bool alone = file_.membership() == Membership::Alone;
     if (alone ? !file_.appeared() : !file_.isLost()) return false;
     if (writer_) // somebody deleted the .ldb under a running write
         throw Error(Err::LockFailed, "Kilit dosyası silindiği için işlem durduruldu.")

@@ -62,9 +62,8 @@ class LockProtocol {
 
   private:
     bool tryShared();
-    enum class Look { Always, NowAndThen };
-    // Joins again when the .ldb is gone or (Alone) has come, and then returns true; sees foreign engines.
-    bool refresh(Look look);
+    bool joinIfLost(); // joins again when the .ldb is gone or (Alone) has come, and then returns true
+    bool seesForeign();
     bool tryWriter(bool& turn);
     void lockWaiting(uint64_t byte, LockKind kind, const char* what);
     void unlock(uint64_t byte) noexcept;

@@ -1,5 +1,5 @@
-// jet/pages/wait.h — a bounded wait for somebody else's lock: short sleeps of one length, so that who
-// waits long looks as often as who just came.
+// jet/pages/wait.h — a bounded wait for somebody else's lock: very short sleeps at first, for most waits are
+// for one commit, then sleeps of one length, so that who waits long looks as often as who just came.
 #pragma once
 
 #include "jet/pages/io.h"
@@ -16,8 +16,8 @@ class Wait {
     bool again() {
         const auto passed = static_cast<int64_t>(io_.tickMilliseconds() - start_);
         if (passed >= limitMs_) return false;
-        if (++looks_ <= kBriskLooks)
-            io_.sleepMicroseconds(kBriskStepUs); // most waits are for one commit
+        if (looks_ < kBriskLooks)
+            io_.sleepMicroseconds(kBriskStepUs * ++looks_);
         else
             io_.sleepMilliseconds(
                 static_cast<int>(std::min<int64_t>(passed < kLongWaitMs ? 1 : 4, limitMs_ - passed)));
@@ -25,7 +25,7 @@ class Wait {
     }
 
   private:
-    static constexpr int kBriskLooks = 8, kBriskStepUs = 250;
+    static constexpr int kBriskLooks = 10, kBriskStepUs = 40; // the first two milliseconds
     static constexpr int64_t kLongWaitMs = 500;
     Io& io_;
     int limitMs_;

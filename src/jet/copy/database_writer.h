@@ -42,7 +42,7 @@ struct WriterOptions {
 // Page 0 of the new file.
 struct NewDatabase {
     DatabaseHeader header; // layout is not looked at; creationDate 0 = the one every new file of ours has
-    Bytes page0;           // of the file it is made from, taken over byte for byte but for the users' marks;
+    Bytes page0{};         // of the file it is made from, taken over byte for byte but for the users' marks;
                            // empty = made from `header`. Must say what `header` says.
 };
 

@@ -14,6 +14,16 @@ constexpr size_t kMaxObjects = 100'000; // more than any file holds; bounds what
 
 std::string textOf(const Value& value) { return value.isNull() ? std::string() : value.toText(); }
 
+bool areProperties(const Value& value) {
+    const Bytes* blob = value.get<Bytes>();
+    try {
+        if (blob) PropertySet::parse(*blob);
+        return true;
+    } catch (const Error&) {
+        return false;
+    }
+}
+
 } // namespace
 
 SystemRows::SystemRows(const Salvage& salvage, DatabaseWriter& writer,
@@ -91,9 +101,9 @@ bool SystemRows::hasField(const Value& table, const Value& field) {
 
 void SystemRows::copyObjects(const Source& from) {
     const size_t id = from.column("Id"), parent = from.column("ParentId"), name = from.column("Name"),
-                 type = from.column("Type"), owner = from.column("Owner");
+                 type = from.column("Type"), owner = from.column("Owner"), properties = from.column("LvProp");
     std::set<std::pair<int32_t, std::string>> names;
-    size_t contradictory = 0;
+    size_t contradictory = 0, propertiesLost = 0;
     const auto unusable = [&](const std::vector<Value>& row) {
         return row[id].isNull() || row[parent].isNull() || row[type].isNull() ||
                !salvage_.isKeyName(textOf(row[name])) || objects_.size() >= kMaxObjects;
@@ -125,8 +135,13 @@ void SystemRows::copyObjects(const Source& from) {
         }
         objects_.insert(object);
         if (!salvage_.datesKnown()) row[owner] = Value();
+        if (!areProperties(row[properties])) {
+            row[properties] = Value();
+            ++propertiesLost;
+        }
         return true;
     });
+    note(propertiesLost, "nesnenin özellikleri (LvProp) okunamadı.");
     note(contradictory, "katalog satırı okunamadığı ya da başkasıyla çeliştiği için bırakıldı.");
 }
 

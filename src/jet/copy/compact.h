@@ -12,12 +12,12 @@
 namespace jet {
 
 struct CopyOptions {
-    std::string password;           // UTF-8; ignored when the file has none
-    PageFileOptions pages;          // of the file that is read
-    std::shared_ptr<Io> io;         // empty = systemIo()
+    std::string password{};         // UTF-8; ignored when the file has none
+    PageFileOptions pages{};        // of the file that is read
+    std::shared_ptr<Io> io{};       // empty = systemIo()
     size_t memoryBytes = 64u << 20; // see WriterOptions
     // Steps done of about `total`; false stops, and nothing is left behind.
-    std::function<bool(size_t done, size_t total)> progress;
+    std::function<bool(size_t done, size_t total)> progress{};
 };
 
 struct CopyReport {

@@ -30,13 +30,13 @@ namespace jet {
 class Io;
 
 struct WriterOptions {
-    std::shared_ptr<Io> io;         // empty = systemIo()
+    std::shared_ptr<Io> io{};       // empty = systemIo()
     size_t memoryBytes = 64u << 20; // for pages and as much again for sorting; more goes to temporary files
     bool lenient = false; // an index that the rows stand against: false = the error, true = see IndexFate
-    std::function<void()> step;       // called for each row, and for each row again per index; what it throws
-                                      // stops the writer
-    bool replace = false;             // a file called `out` is there and goes when the new one is whole
-    std::function<void()> beforeName; // called when all is written, right before the file gets its name
+    std::function<void()> step{}; // called for each row, and for each row again per index; what it throws
+                                  // stops the writer
+    bool replace = false;         // a file called `out` is there and goes when the new one is whole
+    std::function<void()> beforeName{}; // called when all is written, right before the file gets its name
 };
 
 // Page 0 of the new file.

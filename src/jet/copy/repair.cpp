@@ -3,6 +3,7 @@
 
 #include "jet/copy/repair_system.h"
 #include "jet/error.h"
+#include "jet/format/field_size.h"
 #include "jet/pages/io_error.h"
 #include "jet/table/catalog.h"
 
@@ -17,6 +18,22 @@ struct RepairStopped {};
 
 constexpr size_t kPasses = 3;           // over the pages: one over all, two over those of each table
 constexpr size_t kStepsPerAsking = 256; // rows written between two questions whether to stop
+
+// The definition that the new file gets: a field that damage gave an impossible type or form holds the same
+// bytes in one that every program knows.
+TableDef forNewFile(TableDef def) {
+    constexpr Type kOfAccess{0x11}; // in a table of its own; not for us to judge
+    constexpr uint16_t kMaxBinary = 510;
+    for (FieldDef& field : def.fields) {
+        if (field.type == kOfAccess) continue;
+        if (!knownType(field.type)) {
+            field.type = Type::Binary;
+            field.size = std::clamp<uint16_t>(field.size, 1, kMaxBinary);
+        }
+        if (field.type == Type::Binary || field.isLongValue()) field.fixedLength = false;
+    }
+    return def;
+}
 
 class Repair {
   public:
@@ -82,7 +99,11 @@ class Repair {
     // Tables whose definition stands against itself keep their rows without the indexes.
     bool begin(const SalvagedTable& table, SalvagedDefinition& definition, RepairedTable& told) {
         try {
-            writer_.beginTable({definition.def, table.flags, properties(table, told)});
+            TableDef made = forNewFile(definition.def);
+            const bool changed =
+                !std::ranges::equal(made.fields, definition.def.fields, {}, &FieldDef::type, &FieldDef::type);
+            writer_.beginTable({std::move(made), table.flags, properties(table, told)});
+            if (changed) told.notes.push_back("Türü bilinmeyen alanlar ikili alan yapıldı.");
             return true;
         } catch (const Error& error) {
             if (error.number() != Err::InvalidArgument && error.number() != Err::RecordTooLarge) throw;

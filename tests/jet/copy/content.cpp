@@ -1,7 +1,8 @@
 #include "jet/copy/content.h"
 
-#include "jet/format/properties.h"
+#include "jet/format/bytes.h"
 #include "jet/table/catalog.h"
+#include "jet/table/definition_store.h"
 
 #include <algorithm>
 #include <map>
@@ -46,6 +47,12 @@ class Content {
     void table(const std::string& name) {
         const TableDef& def = database_.tableDef(name);
         const std::string head = "table " + name + " ";
+        {
+            const ReadScope read(database_.pages());
+            const Layout& layout = database_.layout();
+            const auto image = readDefinition(database_.pages(), layout, def.page);
+            lines_.push_back(head + "counter " + std::to_string(get32(image, layout.tdefAutoNumber)));
+        }
         if (what_ == Of::Everything)
             lines_.push_back(head + std::to_string(def.system) + std::to_string(def.hidden));
         for (size_t i = 0; i < def.fields.size(); ++i)

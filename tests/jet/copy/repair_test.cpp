@@ -143,6 +143,26 @@ TEST_F(Repair, StalePagesAreUsedOnlyWhenTheMapCannotBeBelieved) {
     EXPECT_EQ(told("Sinif").notes.size(), 1u);
 }
 
+TEST_F(Repair, FreePagesAreLeftAloneUnlessTheirMapContradictsTheTables) {
+    const PageNo classes = definitionOf("Sinif");
+    const size_t data = pagesOf(classes).front();
+    const std::vector<uint8_t> copy(page(data).begin(), page(data).end());
+    bytes.insert(bytes.end(), copy.begin(), copy.end()); // free, as all pages past the old end
+    const auto map = RowId::fromPacked(get32(page(classes), kJet4.tdefOwnedMap));
+    row(map.page, map.row)[0] = 0x77;
+    repair();
+    EXPECT_EQ(rowsOf("Sinif").size(), size_t{kClasses});
+
+    row(map.page, map.row)[0] = UsageMapForm::kInline;
+    const auto free = row(kGlobalMapPage, 0).subspan(UsageMapForm::kInlineBits);
+    map_bits::set(free, data);
+    map_bits::set(free, definitionOf("Ogrenci"));
+    repair();
+    EXPECT_EQ(rowsOf("Sinif").size(), size_t{kClasses});
+    EXPECT_EQ(rowsOf("Ogrenci").size(), size_t{kStudents});
+    EXPECT_EQ(report.notes.size(), 1u);
+}
+
 TEST_F(Repair, DeletedRowsStayDeleted) {
     const size_t data = pagesOf(definitionOf("Sinif")).front();
     const size_t slot = kJet4.dataRowTable + 2 * 3;

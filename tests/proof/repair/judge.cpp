@@ -2,6 +2,7 @@
 
 #include "jet/check/check.h"
 #include "jet/copy/repair.h"
+#include "jet/format/field_size.h"
 #include "jet/format/row_codec.h"
 #include "peer/peer.h"
 
@@ -188,9 +189,10 @@ void Judge::compareWithMdbTools(Database& database, std::vector<uint8_t> bytes, 
     for (const std::string& name : database.tableNames()) {
         Table table = database.openTable(name);
         const TableDef def = table.def();
-        if (!isShownAlike(name) ||
-            !std::ranges::all_of(def.fields, [](const FieldDef& field) { return isShownAlike(field.name); }))
-            continue;
+        const bool comparable = std::ranges::all_of(def.fields, [](const FieldDef& field) {
+            return isShownAlike(field.name) && knownType(field.type);
+        });
+        if (!isShownAlike(name) || !comparable) continue;
         std::map<RowId, std::vector<Value>> model;
         size_t all = 0;
         Scan scan = table.scan();

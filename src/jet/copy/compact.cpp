@@ -69,7 +69,7 @@ class Compaction {
         uint64_t rows = 0;
         inTable(name, [&] {
             Table table = source_.openTable(name);
-            const TableDef def = table.def();
+            const TableDef def = countedDefinition(source_, table);
             writer_.beginTable({.def = def});
             forEachRow(table, [&](const Scan& scan) {
                 writer_.addRow(scan.row(), source_.pages(), scan.id());
@@ -99,7 +99,7 @@ class Compaction {
         const std::string name(systemTableName(page));
         inTable(name, [&] {
             Table table = source_.openTable(name);
-            const TableDef def = table.def();
+            const TableDef def = countedDefinition(source_, table);
             std::vector<size_t> columns;
             for (const std::string_view id : ids)
                 if (const auto column = def.findField(id)) columns.push_back(*column);

@@ -116,7 +116,7 @@ class Conversion {
         uint64_t rows = 0;
         try {
             Table table = source_.openTable(name);
-            writer_.beginTable({.def = converted(table.def())});
+            writer_.beginTable({.def = converted(countedDefinition(source_, table))});
             std::vector<Value> values(table.def().fields.size());
             forEachRow(table, [&](const Scan& scan) {
                 for (size_t i = 0; i < values.size(); ++i)

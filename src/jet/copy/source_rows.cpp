@@ -3,6 +3,7 @@
 
 #include "jet/check/row_set.h"
 #include "jet/pages/io_error.h"
+#include "jet/table/definition_store.h"
 
 #include <algorithm>
 
@@ -34,6 +35,17 @@ std::vector<SourceTable> sourceTables(Database& database) {
     std::sort(tables.begin(), tables.end(),
               [](const SourceTable& a, const SourceTable& b) { return a.page < b.page; });
     return tables;
+}
+
+TableDef countedDefinition(Database& database, Table& table) {
+    TableDef def = table.def();
+    const Layout& layout = database.layout();
+    const TableDef counted =
+        parseTableDef(layout, def.page, readDefinition(database.pages(), layout, def.page));
+    def.rowCount = counted.rowCount;
+    def.lastAutoNumber = counted.lastAutoNumber;
+    def.storedRowCounts = counted.storedRowCounts;
+    return def;
 }
 
 uint64_t fileSize(Io& io, const std::filesystem::path& path) {

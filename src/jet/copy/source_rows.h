@@ -39,6 +39,9 @@ struct SourceTable {
 };
 std::vector<SourceTable> sourceTables(Database& database);
 
+// The definition of a table with its counters as the file has them now.
+TableDef countedDefinition(Database& database, Table& table);
+
 uint64_t fileSize(Io& io, const std::filesystem::path& path);
 
 // Runs a copy; a stop is told in the report, an error names the file that was being read.

@@ -17,6 +17,7 @@ namespace {
 constexpr std::array<uint8_t, 4> kMark4 = {'M', 'R', '2', 0}, kMark3 = {'K', 'K', 'D', 0};
 constexpr uint16_t kNames = 0x80, kTable = 0, kField = 1;
 constexpr size_t kChunkHead = 6, kBlockHead = 6, kEntryHead = 8;
+constexpr size_t kMostCopied = 16; // names of properties stand in the blob once, in memory for each of them
 constexpr uint8_t kDefinition = 1; // flag of the properties that belong to the definition itself
 constexpr uint8_t kBooleanType = 0x01, kTextType = 0x0A, kMemoType = 0x0C;
 
@@ -71,7 +72,7 @@ class Parser {
     }
 
     PropertyBlock readBlock(uint16_t kind, std::span<const uint8_t> body,
-                            const std::vector<std::string>& names) const {
+                            const std::vector<std::string>& names) {
         PropertyBlock block{.kind = kind, .owner = {}, .properties = {}};
         const auto head = part(body, 0, kBlockHead);
         const size_t headLength = get32(head, 0);
@@ -81,6 +82,8 @@ class Parser {
             const auto entry = part(body, at, kEntryHead);
             const size_t length = get16(entry, 0), name = get16(entry, 4), valueLength = get16(entry, 6);
             if (length < kEntryHead + valueLength || name >= names.size()) corrupt();
+            copied_ += names[name].size();
+            if (copied_ > kMostCopied * blob_.size()) corrupt();
             const auto value = part(body, at + kEntryHead, valueLength);
             Property property{.name = names[name], .flag = entry[2], .type = entry[3], .value = {}};
             if (layout_.version == 3 && isText(property.type))
@@ -96,6 +99,7 @@ class Parser {
     const Layout& layout_;
     uint16_t codePage_;
     std::span<const uint8_t> blob_;
+    size_t copied_ = 0; // bytes
 };
 
 void appendName(const std::string& name, Bytes& out) {

@@ -175,6 +175,14 @@ void LockFile::leave(const std::function<void()>& tidyUp) noexcept {
 
 bool LockFile::isLost() { return file_ && !file_->isStillAt(path_); }
 
+size_t LockFile::slotsUsed() {
+    std::vector<uint8_t> bytes(ldb::kMaxUsers * ldb::kEntryBytes);
+    bytes.resize(file_->read(0, bytes));
+    const auto last = std::find_if(bytes.rbegin(), bytes.rend(), [](uint8_t byte) { return byte != 0; });
+    const auto used = static_cast<size_t>(bytes.rend() - last);
+    return std::max((used + ldb::kEntryBytes - 1) / ldb::kEntryBytes, slot_ + 1);
+}
+
 std::string LockFile::readEntry(size_t slot) {
     std::array<uint8_t, ldb::kEntryBytes> entry{};
     if (file_->read(slot * ldb::kEntryBytes, entry) < entry.size()) return {};

@@ -56,6 +56,8 @@ class LockFile {
     const std::filesystem::path& path() const { return path_; }
     const std::filesystem::path& database() const { return database_; }
 
+    size_t slotsUsed(); // one past the highest that anybody ever had in this .ldb
+
     enum class Whom { All, Others };
     std::vector<std::string> users(Whom whom); // "COMPUTER user" of those whose lock is held now
     // Whether an engine that does not follow our protocol has the file open. May say so for a moment when

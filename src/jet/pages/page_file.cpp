@@ -61,7 +61,14 @@ PageFile::PageFile(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
 PageFile::~PageFile() {
     if (impl_->writing) impl_->rollbackOutermost();
     if (impl_->created) impl_->removeCreated();
-    impl_->locks.file().leave([this] { impl_->journal.removeRetired(); });
+    impl_->locks.file().leave([this] { impl_->tidyUp(); });
+}
+
+// What others left who died goes with the last who leaves.
+void PageFile::Impl::tidyUp() {
+    journal.removeRetired();
+    for (size_t slot = 0, end = locks.file().slotsUsed(); slot < end; ++slot)
+        io->remove(spillPath(slot));
 }
 
 const std::filesystem::path& PageFile::path() const { return impl_->path; }

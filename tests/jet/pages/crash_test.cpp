@@ -233,6 +233,28 @@ TEST(Crash, OthersWhoHaveTheFileOpenRollBackTheDeadWriter) {
     }
 }
 
+TEST(Crash, SpillFileOfADeadWriterGoesWithTheLastWhoLeaves) {
+    const auto io = std::make_shared<MemoryIo>();
+    { make(io, 200); }
+    auto other = open(io);
+    for (size_t n = 0; n < 3; ++n) { // remove, make, remove
+        {
+            auto dying = open(io, {.cacheBytes = 8 * kPage});
+            WriteScope write(*dying);
+            io->setHook(FailAt{.n = n, .dead = true});
+            EXPECT_NE(errorOf([&] {
+                          for (PageNo no = 0; no < 200; ++no)
+                              setValue(dying->edit(no), 1);
+                      }),
+                      0);
+        }
+        io->setHook({});
+    }
+    EXPECT_TRUE(io->contains("/veri/KALFA.MDB-spill1"));
+    other.reset();
+    EXPECT_EQ(io->names(), std::vector<std::filesystem::path>{kPath});
+}
+
 TEST(Crash, TwoWhoFindTheSameJournalRollItBackOnce) {
     for (int n = 0; n < 14; ++n) { // the second comes before the n-th step of the first
         const auto io = std::make_shared<MemoryIo>();

@@ -299,6 +299,25 @@ TEST_F(Repair, RefusesWhatItCannotDo) {
     }
 }
 
+TEST_F(Repair, FileThatOthersHaveOpenIsReadBesideThem) {
+    const auto shared = std::make_shared<MemoryIo>();
+    shared->put("bozuk.mdb", bytes);
+    RepairOptions options;
+    options.io = shared;
+    {
+        const auto other = open(shared, "bozuk.mdb", false);
+        WriteBatch unfinished(*other);
+        other->openTable("Sinif").insert(std::vector<Value>{1000, "Yazılmakta"});
+        report = repairDatabase("bozuk.mdb", "yeni.mdb", options);
+        EXPECT_EQ(shared->contents("bozuk.mdb"), bytes);
+        unfinished.commit();
+        other->openTable("Sinif").insert(std::vector<Value>{1001, "Sonra"}); // no lock of repair's is left
+    }
+    EXPECT_EQ(shared->names().size(), 2u);
+    result = open(shared, "yeni.mdb");
+    EXPECT_EQ(rowsOf("Sinif").size(), size_t{kClasses});
+}
+
 // A process that died in a commit left its journal: the state before that commit is what is repaired.
 TEST_F(Repair, HalfDoneWriteIsRolledBackInACopyOfOurOwn) {
     const auto live = std::make_shared<MemoryIo>();

@@ -101,7 +101,12 @@ void NewFile::publish() {
         throw Error(Err::DatabaseExists, "Bu adda bir dosya zaten var.").inFile(pathText(out_));
     io_->rename(path_, out_);
     published_ = true;
-    io_->syncFolder(out_.parent_path());
+    try {
+        io_->syncFolder(out_.parent_path());
+    } catch (const Error&) {
+        // The name stands for everybody; only a power failure right now could take it back, and with it what
+        // was there before comes back, whole.
+    }
 }
 
 } // namespace jet

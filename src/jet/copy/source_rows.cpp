@@ -49,7 +49,11 @@ TableDef countedDefinition(Database& database, Table& table) {
 }
 
 uint64_t fileSize(Io& io, const std::filesystem::path& path) {
-    return io.open(path, OpenMode::ReadOnly)->size();
+    try {
+        return io.open(path, OpenMode::ReadOnly)->size();
+    } catch (const Error&) {
+        return 0;
+    }
 }
 
 CopyReport reportedCopy(const std::filesystem::path& in, const CopyOptions& options,

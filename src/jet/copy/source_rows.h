@@ -42,6 +42,7 @@ std::vector<SourceTable> sourceTables(Database& database);
 // The definition of a table with its counters as the file has them now.
 TableDef countedDefinition(Database& database, Table& table);
 
+// 0 when it cannot be told: no reason to call a finished copy failed.
 uint64_t fileSize(Io& io, const std::filesystem::path& path);
 
 // Runs a copy; a stop is told in the report, an error names the file that was being read.

@@ -65,10 +65,14 @@ PageFile::~PageFile() {
 }
 
 // What others left who died goes with the last who leaves.
-void PageFile::Impl::tidyUp() {
-    journal.removeRetired();
-    for (size_t slot = 0, end = locks.file().slotsUsed(); slot < end; ++slot)
-        io->remove(spillPath(slot));
+void PageFile::Impl::tidyUp() noexcept {
+    try {
+        for (size_t slot = 0, end = locks.file().slotsUsed(); slot < end; ++slot)
+            io->remove(spillPath(slot));
+        journal.removeRetired();
+    } catch (const Error&) {
+        // Harms nobody; the .ldb is to go all the same.
+    }
 }
 
 const std::filesystem::path& PageFile::path() const { return impl_->path; }

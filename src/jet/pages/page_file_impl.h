@@ -66,7 +66,7 @@ struct PageFile::Impl {
     Mark& mark(PageNo no);
     void markModified(Frame& frame, PageNo no);
     void requireWriting() const;
-    void tidyUp(); // REQUIRES: nobody else has the database open
+    void tidyUp() noexcept; // REQUIRES: nobody else has the database open
     void undoTo(size_t depth);
 
     // page_file_open.cpp: entering a state of the file

@@ -44,8 +44,9 @@ class ScratchFile {
 
 } // namespace
 
-void Judge::begin(const std::string& statement, States states) {
-    statement_ = statement;
+void Judge::begin(const Statement& statement, States states, std::vector<uint8_t> source) {
+    statement_ = &statement;
+    source_ = std::move(source);
     states_ = std::move(states);
     figures_ = {};
     known_.clear();
@@ -53,7 +54,7 @@ void Judge::begin(const std::string& statement, States states) {
 
 void Judge::fault(const std::string& where, const std::string& what) {
     if (++figures_.faults <= kMostPrinted)
-        std::printf("FAULT  %s, %s: %s\n", statement_.c_str(), where.c_str(), what.c_str());
+        std::printf("FAULT  %s, %s: %s\n", statement_->name.c_str(), where.c_str(), what.c_str());
     std::fflush(stdout);
 }
 
@@ -124,12 +125,16 @@ Outcome Judge::afterReopening(const std::shared_ptr<jet::MemoryIo>& disk, const 
         } catch (const jet::Error& error) {
             if (error.number() != Err::FileNotFound && error.number() != Err::NotADatabase) throw;
             outcome = absent(where);
-            place.create();
+            statement_->run(place);
+            if (!place.isOpen()) place.open();
         }
         insertProbe(place);
         Workplace other(disk);
         other.open();
         if (!probeIsThere(other)) fault(where, "the next statement left no row");
+        other.close();
+        place.close();
+        clearUp(disk);
     } catch (const jet::Error& error) {
         fault(where, "reopened: " + std::to_string(error.code()) + " " + error.what());
     }
@@ -137,9 +142,17 @@ Outcome Judge::afterReopening(const std::shared_ptr<jet::MemoryIo>& disk, const 
     return outcome;
 }
 
+void Judge::clearUp(const std::shared_ptr<jet::MemoryIo>& disk) {
+    if (!statement_->compacts()) return;
+    if (statement_->kind == Statement::Kind::Copies) disk->erase(kDatabase);
+    Workplace place(disk);
+    statement_->run(place);
+}
+
 void Judge::requireNoLeftovers(const jet::MemoryIo& disk, const std::string& where) {
     for (const fs::path& name : disk.names())
-        if (name != kDatabase) fault(where, "left over: " + name.filename().string());
+        if (name != kDatabase && name != kSource) fault(where, "left over: " + name.filename().string());
+    if (disk.contents(kSource) != source_) fault(where, "the source of the copy changed");
 }
 
 } // namespace proof

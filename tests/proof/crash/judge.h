@@ -30,7 +30,8 @@ class Judge {
     // Every `peerEach`-th new file is read by mdbtools, 0 = none.
     explicit Judge(size_t peerEach) : peerEach_(peerEach) {}
 
-    void begin(const std::string& statement, States states); // forgets the files of the statement before
+    // Forgets the files of the statement before. `source`: the bytes of kSource, which never change.
+    void begin(const Statement& statement, States states, std::vector<uint8_t> source);
     States& states() { return states_; }
     Figures& figures() { return figures_; }
 
@@ -46,6 +47,9 @@ class Judge {
     void requireNoLeftovers(const jet::MemoryIo& disk, const std::string& where);
     void fault(const std::string& where, const std::string& what);
 
+    // What a compaction left behind goes with the next one.
+    void clearUp(const std::shared_ptr<jet::MemoryIo>& disk);
+
   private:
     Outcome recognise(const std::string& dump, const std::string& where);
     void checkWholly(jet::Database& database, const std::string& where);
@@ -53,7 +57,8 @@ class Judge {
                          const std::string& where);
 
     size_t peerEach_;
-    std::string statement_;
+    const Statement* statement_ = nullptr;
+    std::vector<uint8_t> source_;
     States states_;
     Figures figures_;
     std::unordered_map<size_t, Outcome> known_; // by hash of the file, of this statement

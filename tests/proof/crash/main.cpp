@@ -84,16 +84,20 @@ int main(int count, char** words) {
     for (size_t i = 0; i < workload.statements.size(); ++i) {
         const proof::Statement& statement = workload.statements[i];
         const auto start = now();
-        const auto disk = statement.creates ? std::make_shared<jet::MemoryIo>() : workload.disk;
+        auto disk = workload.disk;
+        if (statement.makesFile()) {
+            disk = std::make_shared<jet::MemoryIo>();
+            if (statement.compacts()) disk->put(proof::kSource, workload.disk->contents(proof::kDatabase));
+        }
         if (options.statement >= 0 && options.statement != static_cast<int>(i)) {
-            if (statement.creates) continue;
+            if (statement.makesFile()) continue;
             proof::Workplace place(workload.disk, statement.cachePages);
-            place.open();
+            if (statement.kind == proof::Statement::Kind::Changes) place.open();
             statement.run(place);
             continue;
         }
         const auto after = proof::Trial(statement, disk, options.effort, judge).run();
-        if (!statement.creates) workload.disk = after;
+        if (!statement.makesFile()) workload.disk = after;
         add(sum, judge.figures());
         print(i, statement.name, judge.figures(), since(start));
     }

@@ -12,14 +12,14 @@ Trial::Trial(const Statement& statement, std::shared_ptr<MemoryIo> disk, const E
 std::shared_ptr<MemoryIo> Trial::run() {
     learn();
     crashes();
-    if (!statement_.creates) othersGoOn();
+    if (statement_.kind == Statement::Kind::Changes) othersGoOn();
     errors();
-    recoveries();
+    if (!statement_.compacts()) recoveries();
     return after_;
 }
 
 void Trial::start(Workplace& place) const {
-    if (statement_.creates) return;
+    if (statement_.kind != Statement::Kind::Changes) return;
     place.open();
     if (statement_.commitsBefore) place.execute("UPDATE Once SET Deger = Deger + 1");
 }
@@ -30,7 +30,7 @@ void Trial::learn() {
     {
         Workplace place(after_, statement_.cachePages);
         start(place);
-        if (place.isOpen()) { // by another handle: this one's cache is to be as in every other run
+        if (!statement_.makesFile()) { // by another handle: this one's cache is to be as in every other run
             Workplace other(after_);
             other.open();
             states.before = dumpOf(other.database());
@@ -38,9 +38,10 @@ void Trial::learn() {
         Course course = courseOf(*after_, [&] { statement_.run(place); });
         operations_ = std::move(course.changes);
         reads_ = course.reads;
+        if (!place.isOpen()) place.open();
         states.after = dumpOf(place.database());
     }
-    judge_.begin(statement_.name, std::move(states));
+    judge_.begin(statement_, std::move(states), disk_->contents(kSource));
     judge_.figures().operations = operations_.size();
     if (judge_.states().before == judge_.states().after) judge_.fault("without failure", "changes nothing");
     judge_.requireNoLeftovers(*after_, "without failure");

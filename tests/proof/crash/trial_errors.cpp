@@ -77,6 +77,7 @@ void Trial::refused(Fault fault, size_t n, size_t cut, const std::string& where)
         judge_.fault(where, "healed: " + std::to_string(error.code()) + " " + error.what());
     }
     place.close();
+    judge_.clearUp(disk);
     judge_.requireNoLeftovers(*disk, where);
 }
 
@@ -106,7 +107,9 @@ void Trial::whileFailing(Workplace& place, Fault fault, const std::string& where
         } catch (const jet::Error& error) {
             const bool none = judge_.states().before.empty() && (error.number() == jet::Err::FileNotFound ||
                                                                  error.number() == jet::Err::NotADatabase);
-            if (!none && (error.number() != numberOf(fault) || fault == Fault::FullLasting))
+            // Nobody has it open: then a lock file has to be made first.
+            const bool mustRead = fault == Fault::FullLasting && place.isOpen();
+            if (!none && (error.number() != numberOf(fault) || mustRead))
                 judge_.fault(where + ", while it lasts, " + who,
                              std::to_string(error.code()) + " " + error.what());
         }
@@ -117,6 +120,8 @@ void Trial::whileFailing(Workplace& place, Fault fault, const std::string& where
 }
 
 Outcome Trial::afterHealing(Workplace& place, bool acknowledged, const std::string& where) {
+    if (!place.isOpen() && acknowledged) place.open(); // closed by itself
+    if (!place.isOpen() && !statement_.makesFile()) place.open();
     if (!place.isOpen()) { // the creation failed
         try {
             Workplace(place.io()).open();
@@ -140,7 +145,9 @@ Outcome Trial::afterHealing(Workplace& place, bool acknowledged, const std::stri
 // The same handle runs the same statement again, and that lasts through a power failure.
 void Trial::runAgain(Workplace& place, const std::string& where) {
     const std::string again = where + ", run again";
+    if (statement_.kind == Statement::Kind::Replaces) place.close();
     statement_.run(place);
+    if (!place.isOpen()) place.open();
     if (judge_.seenBy(place.database(), again) != Outcome::New) judge_.fault(again, "not there");
     const Disk left = place.io()->afterCrash(MemoryIo::Survives::Synced);
     if (judge_.afterReopening(left, again + ", power lost") != Outcome::New)

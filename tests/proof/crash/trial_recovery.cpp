@@ -59,7 +59,7 @@ void Trial::recoveryCrashes(const Disk& hot, const std::string& where) {
     try {
         place.open();
     } catch (const jet::Error& error) {
-        if (!statement_.creates || error.number() != jet::Err::NotADatabase)
+        if (!statement_.makesFile() || error.number() != jet::Err::NotADatabase)
             judge_.fault(where, "recovery: " + std::to_string(error.code()) + " " + error.what());
     }
     disk->setHook({});
@@ -77,7 +77,7 @@ void Trial::recoveryErrors(const Disk& hot, size_t operations, const std::string
             Workplace refused(disk);
             refused.open();
         } catch (const jet::Error& error) {
-            const bool none = statement_.creates && error.number() == jet::Err::NotADatabase;
+            const bool none = statement_.makesFile() && error.number() == jet::Err::NotADatabase;
             if (!none && error.number() != numberOf(fault))
                 judge_.fault(place, "told as " + std::to_string(error.code()) + " " + error.what());
         }

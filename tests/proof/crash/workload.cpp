@@ -1,6 +1,7 @@
 #include "workload.h"
 
 #include "faults.h"
+#include "jet/copy/compact.h"
 
 #include <random>
 
@@ -285,7 +286,7 @@ std::vector<Statement> batchStatements(int first, int rows) {
                  if (error.number() != jet::Err::DuplicateKey) throw;
              }
          },
-         0, false, true},
+         0, Statement::Kind::Changes, true},
         {"batch of rows and structure",
          [](Workplace& w) {
              jet::WriteBatch batch(w.database());
@@ -309,6 +310,21 @@ std::vector<Statement> batchStatements(int first, int rows) {
     };
 }
 
+std::vector<Statement> compactions() {
+    const auto small = [](const Workplace& w) {
+        jet::CopyOptions options;
+        options.io = w.io();
+        options.memoryBytes = 400 << 10; // brings pages to the disk on the way
+        return options;
+    };
+    return {
+        {"compact into a new file", [=](Workplace& w) { jet::compactDatabase(kSource, kDatabase, small(w)); },
+         0, Statement::Kind::Copies},
+        {"compact in place", [=](Workplace& w) { jet::compactInPlace(kDatabase, small(w)); }, 0,
+         Statement::Kind::Replaces},
+    };
+}
+
 void append(std::vector<Statement>& all, std::vector<Statement> more) {
     for (Statement& each : more)
         all.push_back(std::move(each));
@@ -326,9 +342,11 @@ Workload makeWorkload(const Scale& scale) {
         fill(place, scale.rows);
     }
     const int row = findDeepSplit(made.disk, scale.rows);
-    made.statements.push_back({"create database", [](Workplace& w) { w.create("ilk"); }, 0, true, false});
+    made.statements.push_back(
+        {"create database", [](Workplace& w) { w.create("ilk"); }, 0, Statement::Kind::Creates});
     append(made.statements, rowStatements(row));
     append(made.statements, structureStatements());
+    append(made.statements, compactions());
     append(made.statements, batchStatements(row + 100, scale.batchRows));
     for (size_t i = 0; i < made.statements.size(); ++i)
         made.statements[i].commitsBefore = i % 3 != 0;

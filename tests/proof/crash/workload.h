@@ -44,13 +44,23 @@ class Workplace {
     size_t finished_ = 0, stopAfter_ = 0;
 };
 
+inline const std::filesystem::path kSource = "/veri/KAYNAK.MDB"; // of copies
+
 struct Statement {
     std::string name;
     std::function<void(Workplace&)> run;
-    size_t cachePages = 0;      // small: pages go to the spill file
-    bool creates = false;       // runs where no database is
+    size_t cachePages = 0; // small: pages go to the spill file
+    enum class Kind {
+        Changes, // an open database
+        Creates, // one where none is
+        Copies,  // kSource to one where none is
+        Replaces // the file by another one; nobody may have it open
+    } kind = Kind::Changes;
     bool silent = false;        // its commit has nobody to tell of a failure
     bool commitsBefore = false; // the same handle, something else
+
+    bool makesFile() const { return kind == Kind::Creates || kind == Kind::Copies; }
+    bool compacts() const { return kind == Kind::Copies || kind == Kind::Replaces; }
 };
 
 struct Scale {

@@ -108,12 +108,22 @@ class Compaction {
             forEachRow(table, [&](const Scan& scan) {
                 for (size_t i = 0; i < values.size(); ++i)
                     values[i] = scan.value(i);
-                for (const size_t column : columns)
-                    if (const auto* id = values[column].get<int32_t>()) values[column] = writer_.newId(*id);
+                for (const size_t column : columns) {
+                    const auto* id = values[column].get<int32_t>();
+                    if (!id) continue;
+                    if (isGone(*id)) return;
+                    values[column] = writer_.newId(*id);
+                }
                 writer_.addRow(values);
             });
             writer_.endTable();
         });
+    }
+
+    // The id of a table dropped long ago, which permissions may outlive: another table has it now.
+    bool isGone(int32_t id) const {
+        const bool ofTable = id > 0 && id < ObjectId::kRoot;
+        return ofTable && !writer_.hasTable(id) && systemTableName(static_cast<PageNo>(id)).empty();
     }
 
     Database& source_;

@@ -14,6 +14,15 @@ constexpr size_t kMaxObjects = 100'000; // more than any file holds; bounds what
 
 std::string textOf(const Value& value) { return value.isNull() ? std::string() : value.toText(); }
 
+// Programs do not show a table that is called the system's: damaged flags must not hide what was saved.
+bool bearsSystemName(const std::string& name) { return name.starts_with("MSys") || name.starts_with("f_"); }
+
+Value withoutSystemBits(const Value& flags) {
+    if (flags.isNull()) return flags;
+    constexpr uint32_t kSystemBits = ObjectFlag::kSystem | ObjectFlag::kOtherSystem;
+    return static_cast<int32_t>(static_cast<uint32_t>(flags.toInt()) & ~kSystemBits);
+}
+
 bool areProperties(const Value& value) {
     const Bytes* blob = value.get<Bytes>();
     try {
@@ -101,7 +110,8 @@ bool SystemRows::hasField(const Value& table, const Value& field) {
 
 void SystemRows::copyObjects(const Source& from) {
     const size_t id = from.column("Id"), parent = from.column("ParentId"), name = from.column("Name"),
-                 type = from.column("Type"), owner = from.column("Owner"), properties = from.column("LvProp");
+                 type = from.column("Type"), owner = from.column("Owner"), flags = from.column("Flags"),
+                 properties = from.column("LvProp");
     std::set<std::pair<int32_t, std::string>> names;
     size_t contradictory = 0, propertiesLost = 0;
     const auto unusable = [&](const std::vector<Value>& row) {
@@ -121,6 +131,7 @@ void SystemRows::copyObjects(const Source& from) {
             if (table == made_.end() && !system) return false; // told with the tables
             row[name] = system ? std::string(systemTableName(static_cast<PageNo>(old))) : table->second;
             row[parent] = int32_t{ObjectId::kTables};
+            if (!bearsSystemName(row[name].toText())) row[flags] = withoutSystemBits(row[flags]);
             row[id] = writer_.newId(old);
         } else if (old >= 0 && old < ObjectId::kRoot) { // would be mistaken for a table
             ++contradictory;

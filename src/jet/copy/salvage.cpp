@@ -69,11 +69,12 @@ void Salvage::readHeader() {
         if (hasNewerSignature(first.bytes())) throw;
     }
     header_.layout = &kJet4;
+    const uint32_t keyOfHeader = header_.encodingKey;
     chooseKey(trust.settings);
     if (older && countMarkedDefinitions(file, header_.encodingKey) == 0)
         throw Error(Err::ReadOnly, "Access 97 biçimindeki dosyalar onarılamaz; yalnızca okunabilirler.");
 
-    headerKnown_ = trust.settings && knowsSortOrder(header_.sortOrder);
+    headerKnown_ = trust.settings && header_.encodingKey == keyOfHeader && knowsSortOrder(header_.sortOrder);
     if (!headerKnown_) {
         header_.sortOrder = kTurkishSort;
         header_.codePage = kTurkishCodePage;
@@ -146,7 +147,7 @@ SalvagedDefinition Salvage::definition(const SalvagedTable& table) const {
 
 void Salvage::readRows(const SalvagedTable& table, const TableDef& def, const TableSalvage::RowSink& sink,
                        TableLosses& losses) {
-    TableSalvage(*source_, def, pagesOf(table.id), table.page != 0, *longValues_)
+    TableSalvage(*source_, def, {pagesOf(table.id), pagesOf(table.id, true)}, table.page != 0, *longValues_)
         .read(sink, losses, options_.step);
 }
 

@@ -88,7 +88,8 @@ class Salvage {
     bool isFree(PageNo page) const { return page < free_.size() && free_[page]; }
     bool isKnown(PageNo id) const { return known_.contains(id); }
     bool isSystem(PageNo id) const;
-    std::vector<PageNo> pagesOf(PageNo id) const; // those of the table that are not free
+    // Pages with the table's mark: those in use, or those that the map of free pages calls free.
+    std::vector<PageNo> pagesOf(PageNo id, bool free = false) const;
     SalvagedDefinition definitionOf(PageNo id) const;
 
     std::shared_ptr<Io> io_;

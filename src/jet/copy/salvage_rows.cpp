@@ -39,9 +39,9 @@ Bytes LongValueReader::read(std::span<const uint8_t> header) {
     return readLongValue(source_.file, source_.layout(), header);
 }
 
-TableSalvage::TableSalvage(const SalvageSource& source, const TableDef& def, std::vector<PageNo> pages,
+TableSalvage::TableSalvage(const SalvageSource& source, const TableDef& def, MarkedPages pages,
                            bool countKnown, LongValueReader& longValues)
-    : source_(source), def_(def), pages_(std::move(pages)), countKnown_(countKnown), longValues_(longValues),
+    : source_(source), def_(def), marked_(std::move(pages)), countKnown_(countKnown), longValues_(longValues),
       values_(def.fields.size()) {}
 
 // Calls visit(RowId, Slot, page) for each living slot; slots that cannot be are lost rows.
@@ -78,12 +78,10 @@ bool TableSalvage::isReadable(std::span<const uint8_t> bytes) {
 
 void TableSalvage::decide(const std::function<void()>& step) {
     std::vector<PageNo> mapped, others;
-    bool mapRead = countKnown_;
-    for (const PageNo page : pages_) {
-        const auto holds = mapRead ? source_.mapHolds(def_.ownedMapPointer, page) : std::nullopt;
-        if (!holds) mapRead = false;
-        (holds.value_or(false) ? mapped : others).push_back(page);
-    }
+    const bool mapRead = countKnown_ && source_.mapHolds(def_.ownedMapPointer, kGlobalMapPage).has_value();
+    for (const PageNo page : marked_.used)
+        (mapRead && source_.mapHolds(def_.ownedMapPointer, page).value_or(false) ? mapped : others)
+            .push_back(page);
     RowSet taken, othersHidden;
     const auto count = [&](const std::vector<PageNo>& pages, RowSet& hidden) {
         uint64_t rows = 0;
@@ -104,16 +102,27 @@ void TableSalvage::decide(const std::function<void()>& step) {
         }
         return rows;
     };
+    const auto use = [this](const std::vector<PageNo>& pages, const RowSet& hidden) {
+        pages_.insert(pages_.end(), pages.begin(), pages.end());
+        hidden.forEach([this](RowId row) { hidden_.insert(row); });
+    };
     uint64_t rows = count(mapped, hidden_);
     const uint64_t more = count(others, othersHidden);
     const bool complete = mapRead && rows == def_.rowCount;
     pages_ = std::move(mapped);
     if (!complete) {
         rows += more;
-        pages_.insert(pages_.end(), others.begin(), others.end());
-        std::ranges::sort(pages_);
-        othersHidden.forEach([this](RowId row) { hidden_.insert(row); });
+        use(others, othersHidden);
     }
+    if (countKnown_ && rows < def_.rowCount && !marked_.free.empty()) {
+        RowSet freeHidden;
+        const uint64_t freed = count(marked_.free, freeHidden);
+        if (rows + freed == def_.rowCount || (!mapRead && rows + freed < def_.rowCount)) {
+            rows += freed;
+            use(marked_.free, freeHidden);
+        }
+    }
+    std::ranges::sort(pages_);
     useHidden_ = !countKnown_ || rows != def_.rowCount;
 }
 
@@ -135,9 +144,7 @@ std::span<const uint8_t> TableSalvage::follow(RowId from, RowSet& taken, PageRef
 }
 
 void TableSalvage::read(const RowSink& sink, TableLosses& losses, const std::function<void()>& step) {
-    const size_t marked = pages_.size();
     decide(step);
-    losses.pagesStale += marked - pages_.size();
     RowSet taken;
     size_t pointersLost = 0;
     for (const PageNo page : pages_) {

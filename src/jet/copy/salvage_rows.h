@@ -4,7 +4,10 @@
 //  - rows on its pages (by the pages' own marks) that its map lists;
 //  - rows on marked pages that the map does not list, unless map and row count agree with each other: then
 //  the
-//    pages are left over from former days. Pages that are free are never asked for here.
+//    pages are left over from former days;
+//  - rows on marked pages that are called free only where the table's own map cannot be read and its count
+//  has
+//    room for them all: then it is rather the map of free pages that is damaged;
 //  - moved rows through their pointers, each once; and moved rows whose pointer is gone, unless the row count
 //    says that nothing is missing.
 #pragma once
@@ -41,8 +44,13 @@ struct RowLoss {
 
 struct TableLosses {
     uint64_t rowsSaved = 0, rowsLost = 0, fieldsLost = 0; // rowsLost: at least
-    size_t pagesDamaged = 0, pagesStale = 0;
+    size_t pagesDamaged = 0;
     std::function<void(RowLoss)> listed; // each one; may be empty
+};
+
+// Data pages that carry a table's mark, ascending.
+struct MarkedPages {
+    std::vector<PageNo> used, free; // free: as the map of free pages says
 };
 
 class TableSalvage {
@@ -50,9 +58,8 @@ class TableSalvage {
     // `values`: one per field in display order; null where the value could not be read.
     using RowSink = std::function<void(std::span<const Value> values)>;
 
-    // `pages`: the data pages with the table's mark that are not free, ascending. `def` must outlive it.
-    // `countKnown` false: def.rowCount and the owned map mean nothing.
-    TableSalvage(const SalvageSource& source, const TableDef& def, std::vector<PageNo> pages, bool countKnown,
+    // `def` must outlive it. `countKnown` false: def.rowCount and the owned map mean nothing.
+    TableSalvage(const SalvageSource& source, const TableDef& def, MarkedPages pages, bool countKnown,
                  LongValueReader& longValues);
 
     // `step` is called for each page, twice.
@@ -71,7 +78,8 @@ class TableSalvage {
 
     const SalvageSource& source_;
     const TableDef& def_;
-    std::vector<PageNo> pages_;
+    MarkedPages marked_;
+    std::vector<PageNo> pages_; // of them, those whose rows are the table's
     bool countKnown_;
     LongValueReader& longValues_;
     RowSet hidden_;

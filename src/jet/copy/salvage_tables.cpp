@@ -54,11 +54,11 @@ SalvagedDefinition Salvage::definitionOf(PageNo id) const {
     return {.def = systemDefinitions_.at(id)};
 }
 
-std::vector<PageNo> Salvage::pagesOf(PageNo id) const {
+std::vector<PageNo> Salvage::pagesOf(PageNo id, bool free) const {
     std::vector<PageNo> pages;
     auto at = std::ranges::lower_bound(dataPages_, std::pair(id, PageNo{0}));
     for (; at != dataPages_.end() && at->first == id; ++at)
-        if (!isFree(at->second)) pages.push_back(at->second);
+        if (isFree(at->second) == free) pages.push_back(at->second);
     return pages;
 }
 
@@ -158,18 +158,21 @@ Salvage::Catalog Salvage::readCatalog() {
     };
     TableLosses losses;
     LongValueReader longValues(*source_);
-    TableSalvage(*source_, def, pagesOf(SystemPage::kObjects), known_.at(SystemPage::kObjects) != 0,
-                 longValues)
+    TableSalvage(*source_, def, {pagesOf(SystemPage::kObjects), pagesOf(SystemPage::kObjects, true)},
+                 known_.at(SystemPage::kObjects) != 0, longValues)
         .read(take, losses, options_.step);
-    catalog.whole = losses.rowsLost == 0 && losses.fieldsLost == 0 && losses.pagesDamaged == 0 &&
-                    losses.rowsSaved >= def.rowCount;
+    catalog.whole = known_.at(SystemPage::kObjects) != 0 && losses.rowsLost == 0 && losses.fieldsLost == 0 &&
+                    losses.pagesDamaged == 0 && losses.rowsSaved >= def.rowCount;
     return catalog;
 }
 
 // A page cannot be free and be a table's.
 bool Salvage::freeMapContradicts(const Catalog& catalog) const {
     if (free_.empty()) return false;
-    const auto listed = [&](PageNo id) { return isSystem(id) || catalog.rows.contains(id); };
+    // Where the catalog is not whole a definition that is not free itself counts as a table.
+    const auto listed = [&](PageNo id) {
+        return isSystem(id) || catalog.rows.contains(id) || (!catalog.whole && !isFree(known_.at(id)));
+    };
     for (const auto& [id, place] : known_)
         if (listed(id) && isFree(place)) return true;
     PageNo last = 0;
@@ -196,7 +199,7 @@ void Salvage::nameTables(const Catalog& catalog) {
             table.name = row->second.name;
             table.flags = row->second.flags;
             table.properties = row->second.properties;
-        } else if (!isSystem(id) && (isFree(table.page) || (catalog.whole && pagesOf(id).empty()))) {
+        } else if (!isSystem(id) && (isFree(table.page) || catalog.whole) && pagesOf(id).empty()) {
             continue; // dropped long ago
         }
         if (isSystem(id)) table.name = systemTableName(id);

@@ -26,6 +26,11 @@ bool hasDoubtfulKey(const TableDef& def) {
     });
 }
 
+// No key can be made of some row's values.
+bool refusesKey(const Error& error) {
+    return error.number() == Err::InvalidArgument || error.number() == Err::RecordTooLarge;
+}
+
 // Without the rules that rows stand against.
 void relax(IndexDef& index) {
     index.unique = index.required = index.primary = false;
@@ -115,7 +120,7 @@ IndexFate TableWriter::build(size_t position, const DatabaseWriter::OldKeys& old
     } catch (const Error& error) {
         reason = error.message();
         const bool rule = error.number() == Err::DuplicateKey || error.number() == Err::IndexNullKey;
-        const bool key = error.number() == Err::InvalidArgument || error.number() == Err::RecordTooLarge;
+        const bool key = refusesKey(error);
         if (key && oldKeys && places_) {
             buildFromOldKeys(position, oldKeys);
             reason.clear();
@@ -125,8 +130,14 @@ IndexFate TableWriter::build(size_t position, const DatabaseWriter::OldKeys& old
         if (key) return IndexFate::Dropped;
     }
     relax(index);
-    fillTree(file_.db(), def_, index, fillOptions());
-    return IndexFate::NotUnique;
+    try {
+        fillTree(file_.db(), def_, index, fillOptions());
+        return IndexFate::NotUnique;
+    } catch (const Error& error) { // a row behind the one that broke the rule
+        if (!refusesKey(error)) throw;
+        reason = error.message();
+        return IndexFate::Dropped;
+    }
 }
 
 // The old entries lead to the old places of the rows: brought together with the new ones by sorting.

@@ -243,6 +243,65 @@ TEST_F(Repair, NullInAPrimaryKeyMakesItPlain) {
     EXPECT_EQ(told("Sinif").notes.size(), 1u);
 }
 
+// The text index falls with the second of them, after the first one has cost it nothing but its uniqueness.
+TEST_F(Repair, IndexWithNullAndWithAnUnknownCharacterIsLeftOut) {
+    const auto io = std::make_shared<MemoryIo>();
+    CreateOptions options;
+    options.io = io;
+    {
+        const auto database = Database::create("x.mdb", options);
+        database->createTable("T", {field("Kod", Type::Text, 20)}, {key("Anahtar")});
+        Table table = database->openTable("T");
+        for (const char* code : {"aaaş", "bbbş", "cccş"})
+            table.insert(std::vector<Value>{code});
+    }
+    bytes = io->contents("x.mdb");
+    const size_t data = pagesOf(definitionOf("T")).front();
+    const auto first = row(data, 0), last = row(data, 2);
+    first[first.size() - 1] &= 0xFE;
+    const auto cedilla = std::ranges::search(last, std::array<uint8_t, 2>{0x5F, 0x01}); // ş
+    ASSERT_FALSE(cedilla.empty());
+    cedilla[1] = 0x7E; // U+7E5F
+    repair();
+    EXPECT_EQ(rowsOf("T").size(), 3u);
+    EXPECT_TRUE(result->tableDef("T").indexes.empty());
+    EXPECT_EQ(told("T").notes.size(), 1u);
+}
+
+TEST_F(Repair, FlagsCannotHideATable) {
+    const size_t catalog = pagesOf(kCatalogPage).front();
+    const auto id = static_cast<int32_t>(definitionOf("Sinif"));
+    for (uint16_t slot = 0; slot < data_page::slotCount(kJet4, page(catalog)); ++slot)
+        if (const auto object = row(catalog, slot); loadLe<int32_t>(object.data() + 2) == id)
+            object[2 + 26 + 3] |= 0x80; // highest byte of Flags
+    repair();
+    EXPECT_EQ(result->tableNames(), (std::vector<std::string>{"Ogrenci", "Sinif"}));
+}
+
+TEST_F(Repair, KeyInTheHeaderThatThePagesDenyIsNotTakenOver) {
+    DatabaseHeader header = readHeader(page(0));
+    header.encodingKey = 0xBAD;
+    initialiseHeader(page(0), header);
+    repair();
+    EXPECT_EQ(result->header().encodingKey, 0u);
+    EXPECT_EQ(rowsOf("Ogrenci").size(), size_t{kStudents});
+}
+
+// Map of free pages, the table's own map and the catalog all lie: the table's count decides.
+TEST_F(Repair, PagesCalledFreeAreUsedWhereOnlyTheyCanHoldTheRows) {
+    const PageNo classes = definitionOf("Sinif");
+    const size_t data = pagesOf(classes).front();
+    const auto map = RowId::fromPacked(get32(page(classes), kJet4.tdefOwnedMap));
+    row(map.page, map.row)[0] = 0x77;
+    map_bits::set(row(kGlobalMapPage, 0).subspan(UsageMapForm::kInlineBits), data);
+    repair();
+    EXPECT_EQ(rowsOf("Sinif").size(), size_t{kClasses});
+    for (const size_t number : pagesOf(kCatalogPage))
+        std::ranges::fill(page(number), uint8_t{0});
+    repair();
+    EXPECT_EQ(rowsOf("Kurtarılan_" + std::to_string(classes)).size(), size_t{kClasses});
+}
+
 // One value behind every row must not make the new file grow without bounds.
 TEST_F(Repair, LongValueSharedByAllRowsIsBounded) {
     const auto io = std::make_shared<MemoryIo>();

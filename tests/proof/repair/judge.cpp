@@ -67,9 +67,8 @@ RowCounts tableFor(const KnownTable& table, const RowCounts& owed, bool namesHar
                    std::unordered_map<std::string, RowCounts>& found) {
     auto chosen = found.find(table.name);
     if (namesHarmed && !owed.empty() && (chosen == found.end() || missing(owed, chosen->second) > 0)) {
-        const auto other =
-            std::ranges::find_if(found, [&](const auto& entry) { return missing(owed, entry.second) == 0; });
-        if (other != found.end()) chosen = other;
+        chosen = std::ranges::min_element(found, {},
+                                          [&](const auto& entry) { return missing(owed, entry.second); });
     }
     if (chosen == found.end()) return {};
     RowCounts rows = std::move(chosen->second);
@@ -127,8 +126,12 @@ void Judge::tryRepair(const KnownFile& known, const Damage& damage, bool withMdb
         size_t owed = 0;
         for (const KnownTable& table : known.tables)
             owed += split(table, damage).owed.size();
-        // The key of an encoded file lies on its first page only.
-        if (owed > 0 && !(known.encoded && damage.pages.contains(0)))
+        // The key of an encoded file lies on its first page only, and a password with a letter changed is
+        // another one.
+        const bool firstPageDecides =
+            damage.pages.contains(0) &&
+            (known.encoded || (!known.password.empty() && error.number() == Err::InvalidPassword));
+        if (owed > 0 && !firstPageDecides)
             fault(what, std::string("refused: ") + error.what());
         else
             ++figures_.refused;

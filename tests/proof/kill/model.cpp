@@ -64,6 +64,7 @@ void enterStage(jet::Database& database, jet::SqlSession& sql, int worker, int s
 
 // What can be told of a stage: fields, indexes, and a sum over the rows.
 std::string signatureOf(jet::Database& database, const std::string& name) {
+    const jet::ReadScope read(database.pages());
     jet::Table table = database.openTable(name);
     const jet::TableDef def = table.def();
     std::string text;

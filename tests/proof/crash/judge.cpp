@@ -48,6 +48,7 @@ void Judge::begin(const Statement& statement, States states, std::vector<uint8_t
     statement_ = &statement;
     source_ = std::move(source);
     states_ = std::move(states);
+    fileBefore_ = hashOf(states_.fileBefore);
     figures_ = {};
     known_.clear();
 }
@@ -78,6 +79,8 @@ Outcome Judge::inFile(Workplace& place, const std::string& where) {
     if (const auto found = known_.find(hash); found != known_.end()) return found->second;
     const Outcome outcome = recognise(dumpOf(place.database()), where);
     known_.emplace(hash, outcome);
+    if (outcome == Outcome::Old && hash != fileBefore_)
+        fault(where, "the old content, but not the old bytes");
     if (!checked_.insert(hash).second) return outcome;
     checkWholly(place.database(), where);
     if (peerEach_ != 0 && offered_.insert(hash).second && offered_.size() % peerEach_ == 0)

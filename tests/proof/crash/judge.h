@@ -18,6 +18,7 @@ enum class Outcome { Old, New, Part, Wrong };
 // The dumps that a statement may leave; "" = no database.
 struct States {
     std::string before, after;
+    std::vector<uint8_t> fileBefore;     // what is undone is undone to the byte
     std::map<size_t, std::string> parts; // a batch left after so many finished statements
 };
 
@@ -62,6 +63,7 @@ class Judge {
     States states_;
     Figures figures_;
     std::unordered_map<size_t, Outcome> known_; // by hash of the file, of this statement
+    size_t fileBefore_ = 0;                     // hash
     std::set<size_t> checked_, offered_;        // by hash, of all statements
 };
 

@@ -34,6 +34,7 @@ void Trial::learn() {
             Workplace other(after_);
             other.open();
             states.before = dumpOf(other.database());
+            states.fileBefore = after_->contents(kDatabase);
         }
         Course course = courseOf(*after_, [&] { statement_.run(place); });
         operations_ = std::move(course.changes);

@@ -40,7 +40,8 @@ class Proof {
     void startWorkers(Workers& workers);
     void killOne(Workers& workers);
     void letOthersGoOn(Workers& workers, const Worker& dead);
-    void endAll(Workers& workers, const Worker& dead);
+    void end(Worker& worker);
+    void endAll(Workers& workers, Worker& dead);
     void verify(const Workers& workers);
     void compareWithPeer(jet::Database& database);
     bool journalIsHot() const;
@@ -114,14 +115,21 @@ void Proof::letOthersGoOn(Workers& workers, const Worker& dead) {
     }
 }
 
-void Proof::endAll(Workers& workers, const Worker& dead) {
+void Proof::end(Worker& worker) {
+    const bool well = worker.waitForEnd();
+    figures_.done += worker.done();
+    if (!well) fault("worker " + std::to_string(worker.number()) + ": " + worker.failure());
+}
+
+// The killed one first: until the system has buried it, it still has the file open and nobody is the last.
+void Proof::endAll(Workers& workers, Worker& dead) {
+    end(dead);
     for (const auto& worker : workers)
         if (worker.get() != &dead) worker->askToEnd();
     for (const auto& worker : workers) {
-        const bool well = worker->waitForEnd();
-        figures_.done += worker->done();
-        if (!well) fault("worker " + std::to_string(worker->number()) + ": " + worker->failure());
-        if (worker.get() != &dead && worker->pending()) fault("a worker ended inside an action");
+        if (worker.get() == &dead) continue;
+        end(*worker);
+        if (worker->pending()) fault("a worker ended inside an action");
     }
     figures_.inWrite += dead.pending().has_value();
     figures_.hot += workers.size() == 1 && journalIsHot();

@@ -96,6 +96,7 @@ void Proof::killOne(Workers& workers) {
         ::usleep(static_cast<useconds_t>(below(static_cast<size_t>(victim.usualMicroseconds() * 1.2) + 1)));
     }
     victim.kill();
+    victim.waitForEnd(); // its locks end with it
     ++figures_.kills;
     if (workers.size() > 1) letOthersGoOn(workers, victim);
     endAll(workers, victim);
@@ -105,6 +106,8 @@ void Proof::killOne(Workers& workers) {
 void Proof::letOthersGoOn(Workers& workers, const Worker& dead) {
     for (const auto& worker : workers) {
         if (worker.get() == &dead) continue;
+        while (worker->listen(0)) { // what it told before
+        }
         const size_t before = worker->done();
         while (worker->done() < before + 3 && worker->failure().empty())
             if (!worker->listen(30'000)) {

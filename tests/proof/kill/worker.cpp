@@ -104,6 +104,7 @@ void Worker::kill() { ::kill(process_, SIGKILL); }
 void Worker::askToEnd() { ::kill(process_, SIGTERM); }
 
 bool Worker::waitForEnd() {
+    if (process_ < 0) return endedWell_;
     int status = 0;
     constexpr int kPatienceMs = 30'000;
     for (const uint64_t start = nowMicroseconds();;) {
@@ -123,7 +124,7 @@ bool Worker::waitForEnd() {
     while (listen(0)) {
     }
     const bool killed = WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
-    return failure_.empty() && (killed || (WIFEXITED(status) && WEXITSTATUS(status) == 0));
+    return endedWell_ = failure_.empty() && (killed || (WIFEXITED(status) && WEXITSTATUS(status) == 0));
 }
 
 } // namespace proof

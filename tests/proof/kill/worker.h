@@ -45,6 +45,7 @@ class Worker {
     Model model_;
     pid_t process_ = -1;
     int pipe_ = -1;
+    bool endedWell_ = false;
     std::optional<Action> pending_;
     size_t done_ = 0;
     std::string failure_;

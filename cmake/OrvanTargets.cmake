@@ -16,10 +16,12 @@ if(ORVAN_SANITIZE)
     target_compile_options(orvan_options INTERFACE -fsanitize=${ORVAN_SANITIZE} -fno-omit-frame-pointer
         -fno-sanitize-recover=all)
     target_link_options(orvan_options INTERFACE -fsanitize=${ORVAN_SANITIZE})
+    target_compile_definitions(orvan_options INTERFACE ORVAN_GUARD_PAGES)
 endif()
 
 if(ORVAN_FUZZ) # coverage for libFuzzer in everything that the targets link
     target_compile_options(orvan_options INTERFACE -fsanitize=fuzzer-no-link)
+    target_compile_definitions(orvan_options INTERFACE _GLIBCXX_ASSERTIONS) # indexes and iterators too
 endif()
 
 # orvan_library(NAME SOURCES a.cpp b.cpp LINK other...): a static library of one folder.

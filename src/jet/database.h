@@ -17,19 +17,20 @@
 namespace jet {
 
 struct OpenOptions {
-    std::string password; // UTF-8; ignored when the file has none (as the original engine does)
+    std::string password{}; // UTF-8; ignored when the file has none (as the original engine does)
     bool readOnly = false;
     bool ignorePassword = false; // for check and repair only
-    PageFileOptions pages;
-    std::shared_ptr<Io> io; // empty = systemIo()
+    PageFileOptions pages{};
+    std::shared_ptr<Io> io{}; // empty = systemIo()
 };
 
 struct CreateOptions {
-    std::string password;
+    std::string password{};
     SortOrder sortOrder = kTurkishSort; // "locale": 0x041F Turkish or 0x0409 General
     uint16_t codePage = 1254;
-    PageFileOptions pages;
-    std::shared_ptr<Io> io;
+    uint32_t encodingKey = 0; // every page but the first is encoded with it; 0 = in clear
+    PageFileOptions pages{};
+    std::shared_ptr<Io> io{};
 };
 
 enum class TableKinds { User, All }; // All: system tables too

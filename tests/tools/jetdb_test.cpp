@@ -171,6 +171,49 @@ TEST_F(Jetdb, refusedStatementsSayWhyAndChangeNothing) {
     EXPECT_EQ(run("check " + peer::shellQuoted(centre_)).status, 0);
 }
 
+TEST_F(Jetdb, compactsAndConvertsIntoANewFile) {
+    const fs::path out = folder_ / "yeni.mdb", older = folder_ / "eski.mdb",
+                   converted = folder_ / "çevrilmiş.mdb";
+    const std::string both = peer::shellQuoted(centre_) + " " + peer::shellQuoted(out);
+    run("password " + peer::shellQuoted(centre_) + " --set gizli");
+    const std::string before = bytesOf(centre_);
+
+    struct {
+        std::string call;
+        const char* error;
+    } const refused[] = {
+        {"compact " + both, "3031"},                       // without the password
+        {"convert " + both + " --password gizli", "3001"}, // not an older file
+        {"compact " + peer::shellQuoted(folder_ / "yok.mdb") + " x", "3024"},
+        {"compact " + peer::shellQuoted(centre_) + " " + peer::shellQuoted(centre_) + " --password gizli",
+         "3204"},
+    };
+    for (const auto& c : refused) {
+        const Outcome outcome = run(c.call);
+        EXPECT_EQ(outcome.status, 1) << outcome.output;
+        EXPECT_NE(outcome.output.find(std::string("hata ") + c.error), std::string::npos) << outcome.output;
+        EXPECT_FALSE(fs::exists(out));
+    }
+    const Outcome done = run("compact " + both + " --password gizli");
+    EXPECT_EQ(done.status, 0) << done.output;
+    EXPECT_EQ(done.output, "1 tablo, 2 kayıt yazıldı; " + std::to_string(before.size()) + " bayttan " +
+                               std::to_string(fs::file_size(out)) + " bayta.\n"); // and no progress in a file
+    EXPECT_EQ(bytesOf(centre_), before);
+    const std::string password = " Ogrenci --password gizli";
+    EXPECT_EQ(run("dump " + peer::shellQuoted(out) + password).output,
+              run("dump " + peer::shellQuoted(centre_) + password).output);
+    EXPECT_EQ(run("check " + peer::shellQuoted(out) + " --password gizli").status, 0);
+
+    ORVAN_NEED_SAMPLES();
+    fs::copy_file(orvan_test::sharedFolder() / "jet/samples/indexTest-jet3.mdb", older);
+    const Outcome compacted = run("compact " + peer::shellQuoted(older) + " " + peer::shellQuoted(converted));
+    EXPECT_NE(compacted.output.find("hata 3027"), std::string::npos) << compacted.output;
+    EXPECT_EQ(run("convert " + peer::shellQuoted(older) + " " + peer::shellQuoted(converted)).status, 0);
+    EXPECT_EQ(run("schema " + peer::shellQuoted(converted)).output,
+              run("schema " + peer::shellQuoted(older)).output);
+    EXPECT_EQ(run("check " + peer::shellQuoted(converted)).status, 0);
+}
+
 TEST_F(Jetdb, wrongCallsShowTheUsage) {
     for (const char* call : {"", "uydur x", "tables", "dump x", "tables x --yok", "tables x --password"}) {
         const Outcome outcome = run(call);

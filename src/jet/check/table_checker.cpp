@@ -158,9 +158,11 @@ void TableChecker::checkLongValue(LongValues& values, RowId home, std::span<cons
         if (context_.ledger.ownerOf(at.page) != values.owner)
             fault(at.page, "'" + field.name + "' alanının bir değeri, alanın olmayan bir sayfada (kayıt: " +
                                place(home) + ").");
-        else if (!values.used.insert(at))
-            fault(at.page, "'" + field.name + "' alanının " + std::to_string(at.row) +
-                               ". parçasını birden çok kayıt gösteriyor (kayıt: " + place(home) + ").");
+        else if (!values.used.insert(at)) // the rest of the chain was walked already
+            throw Error(Err::Corrupt, "'" + field.name + "' alanının " + std::to_string(at.row) +
+                                          ". parçasını birden çok kayıt gösteriyor (kayıt: " + place(home) +
+                                          ").")
+                .onPage(at.page);
     });
 }
 

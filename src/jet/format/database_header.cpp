@@ -19,7 +19,8 @@ constexpr size_t kCodePageAt = 0x3C, kEncodingKeyAt = 0x3E, kPasswordAt = 0x42, 
 constexpr size_t kJet3PasswordSize = 20, kJet3LocaleAt = 0x3A;
 constexpr size_t kBuildAt = 0x6A, kLocaleAt = 0x6E, kSortVersionAt = 0x71, kCreationAt = 0x72;
 constexpr size_t kFormatTextAt = 0x98, kCommitWordsAt = 0xE00;
-constexpr uint16_t kBuild = 8618; // 4.0.8618, the last one in wide use
+constexpr double kLastPlausibleDay = 2958466; // the year 10000
+constexpr uint16_t kBuild = 8618;             // 4.0.8618, the last one in wide use
 constexpr uint8_t kUnusedCommitWord[] = {0x00, 0x01};
 constexpr std::string_view kJetSignature{"Standard Jet DB\0", 16}, kAceSignature{"Standard ACE DB\0", 16};
 // The six constants at 18: rows 0 and 1 of page 1, definition pages of the four system tables.
@@ -169,6 +170,30 @@ DatabaseHeader readHeader(std::span<const uint8_t> page0) {
     return header;
 }
 
+bool hasNewerSignature(std::span<const uint8_t> page0) { return hasSignature(page0, kAceSignature); }
+
+// A sound header is the one we would make of what was read from it: the constants are the same in every file,
+// and a password is padded with zeros under a mask made from the date.
+HeaderTrust judgeHeader(std::span<const uint8_t> page0) {
+    DatabaseHeader header = readHeader(page0);
+    header.layout = &kJet4;
+    Bytes made(kJet4.pageSize);
+    initialiseHeader(made, header);
+    const auto same = [&](size_t from, size_t to) {
+        return std::equal(made.begin() + static_cast<ptrdiff_t>(from),
+                          made.begin() + static_cast<ptrdiff_t>(to),
+                          page0.begin() + static_cast<ptrdiff_t>(from));
+    };
+    const bool plausibleDate = header.creationDate > 0 && header.creationDate < kLastPlausibleDay;
+    HeaderTrust trust;
+    trust.format = same(0, kMaskedAt) && same(kMaskedAt, kMaskedAt + sizeof kFixedPointers) &&
+                   same(kFormatTextAt, kFormatTextAt + sizeof kFormatText);
+    trust.settings =
+        trust.format && header.codePage != 0 && header.sortOrder.lcid != 0 && same(kLocaleAt, kCreationAt);
+    trust.password = trust.format && plausibleDate && same(kPasswordAt, kPasswordAt + kPasswordSize);
+    return trust;
+}
+
 void initialiseHeader(std::span<uint8_t> page0, const DatabaseHeader& header) {
     std::fill(page0.begin(), page0.end(), uint8_t{0});
     page0[1] = 1;
@@ -186,6 +211,10 @@ void initialiseHeader(std::span<uint8_t> page0, const DatabaseHeader& header) {
     storeLe(page0.data() + kCreationAt, header.creationDate);
     applyHeaderMask(page0);
     std::copy(std::begin(kFormatText), std::end(kFormatText), page0.begin() + kFormatTextAt);
+    clearUserMarks(page0);
+}
+
+void clearUserMarks(std::span<uint8_t> page0) {
     for (size_t at = kCommitWordsAt; at < page0.size(); at += sizeof kUnusedCommitWord)
         std::copy(std::begin(kUnusedCommitWord), std::end(kUnusedCommitWord),
                   page0.begin() + static_cast<ptrdiff_t>(at));

@@ -51,14 +51,20 @@ std::span<const uint8_t> partAt(const Layout& layout, const PageRef& page, RowId
     }
 }
 
-// Calls `part` with each row of a value that does not lie inline. Every link brings at least one byte, so the
-// length bounds the walk also when the chain is a ring.
+// Calls `part` with each row of a value that does not lie inline. A ring of links is found after a few
+// rounds: now and then a link is marked, and met again.
 void walk(PageFile& file, const Layout& layout, const Header& header,
           const std::function<void(RowId, std::span<const uint8_t>)>& part) {
-    RowId at = header.first;
-    size_t seen = 0;
+    if (header.length > file.pageCount() * layout.pageSize) corrupt("Uzun alan dosyadan uzun.");
+    RowId at = header.first, marked;
+    size_t seen = 0, links = 0, nextMark = 1;
     while (seen < header.length) {
         if (!at) corrupt("Uzun alanın zinciri erken bitiyor.");
+        if (at == marked) corrupt("Uzun alanın zinciri döngü oluşturuyor.");
+        if (++links == nextMark) {
+            marked = at;
+            nextMark *= 2;
+        }
         const PageRef page = file.read(at.page);
         auto bytes = partAt(layout, page, at);
         RowId next;

@@ -17,9 +17,9 @@ namespace {
 constexpr std::array<uint8_t, 4> kMark4 = {'M', 'R', '2', 0}, kMark3 = {'K', 'K', 'D', 0};
 constexpr uint16_t kNames = 0x80, kTable = 0, kField = 1;
 constexpr size_t kChunkHead = 6, kBlockHead = 6, kEntryHead = 8;
+constexpr size_t kMostCopied = 16; // names of properties stand in the blob once, in memory for each of them
 constexpr uint8_t kDefinition = 1; // flag of the properties that belong to the definition itself
 constexpr uint8_t kBooleanType = 0x01, kTextType = 0x0A, kMemoType = 0x0C;
-constexpr uint16_t kJet3CodePage = 1252;
 
 [[noreturn]] void corrupt() { throw Error(Err::Corrupt, "Tablo özelliklerinin kaydı (LvProp) bozuk."); }
 
@@ -39,7 +39,8 @@ Bytes wideFromUtf8(std::string_view utf8) {
 // Reads one blob; Jet 3 texts become UTF-16 so that the rest need not know of them.
 class Parser {
   public:
-    Parser(const Layout& layout, std::span<const uint8_t> blob) : layout_(layout), blob_(blob) {}
+    Parser(const Layout& layout, uint16_t codePage, std::span<const uint8_t> blob)
+        : layout_(layout), codePage_(codePage), blob_(blob) {}
 
     void run(std::vector<std::string>& names, std::vector<PropertyBlock>& blocks) {
         for (size_t at = kMark4.size(); at < blob_.size();) {
@@ -58,7 +59,7 @@ class Parser {
   private:
     std::string text(std::span<const uint8_t> stored) const {
         std::string utf8;
-        decodeText(layout_, kJet3CodePage, stored, utf8);
+        decodeText(layout_, codePage_, stored, utf8);
         return utf8;
     }
 
@@ -71,7 +72,7 @@ class Parser {
     }
 
     PropertyBlock readBlock(uint16_t kind, std::span<const uint8_t> body,
-                            const std::vector<std::string>& names) const {
+                            const std::vector<std::string>& names) {
         PropertyBlock block{.kind = kind, .owner = {}, .properties = {}};
         const auto head = part(body, 0, kBlockHead);
         const size_t headLength = get32(head, 0);
@@ -81,6 +82,8 @@ class Parser {
             const auto entry = part(body, at, kEntryHead);
             const size_t length = get16(entry, 0), name = get16(entry, 4), valueLength = get16(entry, 6);
             if (length < kEntryHead + valueLength || name >= names.size()) corrupt();
+            copied_ += names[name].size();
+            if (copied_ > kMostCopied * blob_.size()) corrupt();
             const auto value = part(body, at + kEntryHead, valueLength);
             Property property{.name = names[name], .flag = entry[2], .type = entry[3], .value = {}};
             if (layout_.version == 3 && isText(property.type))
@@ -94,7 +97,9 @@ class Parser {
     }
 
     const Layout& layout_;
+    uint16_t codePage_;
     std::span<const uint8_t> blob_;
+    size_t copied_ = 0; // bytes
 };
 
 void appendName(const std::string& name, Bytes& out) {
@@ -143,13 +148,13 @@ bool isExpression(std::string_view name) { return name == "DefaultValue" || name
 
 } // namespace
 
-PropertySet PropertySet::parse(std::span<const uint8_t> blob) {
+PropertySet PropertySet::parse(std::span<const uint8_t> blob, uint16_t codePage) {
     PropertySet set;
     if (blob.empty()) return set;
     const auto mark = part(blob, 0, kMark4.size());
     const bool jet3 = std::equal(mark.begin(), mark.end(), kMark3.begin());
     if (!jet3 && !std::equal(mark.begin(), mark.end(), kMark4.begin())) corrupt();
-    Parser(jet3 ? kJet3 : kJet4, blob).run(set.names_, set.blocks_);
+    Parser(jet3 ? kJet3 : kJet4, codePage, blob).run(set.names_, set.blocks_);
     return set;
 }
 

@@ -26,8 +26,9 @@ struct PropertyBlock {
 
 class PropertySet {
   public:
-    static PropertySet parse(std::span<const uint8_t> blob); // Err::Corrupt; an empty blob is an empty set
-    Bytes serialize() const;                                 // empty when there is nothing
+    // Err::Corrupt; an empty blob is an empty set. `codePage`: of the texts in Jet 3 blobs.
+    static PropertySet parse(std::span<const uint8_t> blob, uint16_t codePage = 1252);
+    Bytes serialize() const; // empty when there is nothing
     bool empty() const { return blocks_.empty(); }
 
     // `field` empty = the table itself.

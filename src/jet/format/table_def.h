@@ -101,6 +101,12 @@ struct TableDef {
 // `codePage`: of the names in Jet 3 files. Err::Corrupt with the reason when anything does not fit.
 TableDef parseTableDef(const Layout& layout, PageNo page, std::span<const uint8_t> image,
                        uint16_t codePage = 1254);
+// Does the page look like the first one of a definition, whatever its type byte says? Jet 4 only.
+bool hasDefinitionMark(const Layout& layout, std::span<const uint8_t> page);
+// For repair, Jet 4 only: an image from which parseTableDef() gets the fields of a definition whose image it
+// refuses. The indexes are left out, descriptors that cannot be are dropped, names that cannot be read are
+// made up. Empty when there are no fields to be had.
+Bytes fieldsOnlyImage(const Layout& layout, std::span<const uint8_t> image);
 // Jet 4 only. The result is what parseTableDef reads; its length field and free-space field are set for the
 // whole image; the caller cuts it into pages.
 Bytes serializeTableDef(const Layout& layout, const TableDef& def);

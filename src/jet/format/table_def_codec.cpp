@@ -338,6 +338,10 @@ void appendHeader(const TableDef& def, Bytes& out) {
 
 } // namespace
 
+bool hasDefinitionMark(const Layout& layout, std::span<const uint8_t> page) {
+    return page.size() >= layout.tdefStart && get32(page, layout.tdefMark) == kBlockMark;
+}
+
 TableDef parseTableDef(const Layout& layout, PageNo page, std::span<const uint8_t> image, uint16_t codePage) {
     if (image.size() < layout.tdefStart || image[0] != PageType::kTableDef)
         corrupt("sayfa bir tanım sayfası değil.");

@@ -57,7 +57,8 @@ class Io {
     virtual void copyAccess(const std::filesystem::path& /*from*/, const std::filesystem::path& /*to*/) {}
     virtual std::string computerName() = 0;
     virtual void sleepMilliseconds(int ms) = 0;
-    virtual uint64_t tickMilliseconds() = 0; // monotonic
+    virtual void sleepMicroseconds(int us) { sleepMilliseconds((us + 999) / 1000); } // or a little longer
+    virtual uint64_t tickMilliseconds() = 0;                                         // monotonic
 };
 
 // The real one of this system.

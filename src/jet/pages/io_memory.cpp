@@ -29,11 +29,7 @@ class MemoryFile final : public IoFile {
     size_t read(uint64_t offset, std::span<uint8_t> into) override {
         io_.before({MemoryIo::Op::Read, path_, offset});
         const std::lock_guard guard(io_.mutex_);
-        const auto& bytes = content_->live;
-        if (offset >= bytes.size()) return 0;
-        const size_t n = std::min<uint64_t>(into.size(), bytes.size() - offset);
-        std::copy_n(bytes.begin() + static_cast<ptrdiff_t>(offset), n, into.begin());
-        return n;
+        return content_->live.read(offset, into);
     }
 
     void write(uint64_t offset, std::span<const uint8_t> from) override {
@@ -136,14 +132,11 @@ void MemoryIo::before(const Step& step) const {
     if (hook) (*hook)(step);
 }
 
-void MemoryIo::apply(std::vector<uint8_t>& bytes, const Change& change) {
-    if (change.truncation) {
+void MemoryIo::apply(SharedBytes& bytes, const Change& change) {
+    if (change.truncation)
         bytes.resize(change.offset);
-        return;
-    }
-    if (bytes.size() < change.offset + change.bytes.size()) bytes.resize(change.offset + change.bytes.size());
-    std::copy(change.bytes.begin(), change.bytes.end(),
-              bytes.begin() + static_cast<ptrdiff_t>(change.offset));
+    else
+        bytes.write(change.offset, change.bytes);
 }
 
 std::shared_ptr<MemoryIo> MemoryIo::afterCrash(Survives what, uint64_t seed) const {
@@ -153,7 +146,7 @@ std::shared_ptr<MemoryIo> MemoryIo::afterCrash(Survives what, uint64_t seed) con
         return what == Survives::Everything || (what == Survives::Chance && (dice() & 1) != 0);
     };
     const auto keep = [&](const Content& content) {
-        std::vector<uint8_t> bytes = content.durable;
+        SharedBytes bytes = content.durable;
         for (const Change& change : content.unsynced) {
             if (change.truncation) {
                 if (survives()) apply(bytes, change);
@@ -161,9 +154,8 @@ std::shared_ptr<MemoryIo> MemoryIo::afterCrash(Survives what, uint64_t seed) con
             }
             for (size_t at = 0; at < change.bytes.size(); at += kSector) {
                 if (!survives()) continue;
-                const auto from = change.bytes.begin() + static_cast<ptrdiff_t>(at);
                 const size_t n = std::min(kSector, change.bytes.size() - at);
-                apply(bytes, {change.offset + at, {from, from + static_cast<ptrdiff_t>(n)}, false});
+                bytes.write(change.offset + at, std::span(change.bytes).subspan(at, n));
             }
         }
         return bytes;
@@ -181,7 +173,10 @@ std::shared_ptr<MemoryIo> MemoryIo::afterCrash(Survives what, uint64_t seed) con
             live != names_.end() && durable != durableNames_.end() && live->second == durable->second;
         const bool useLive = now || survives();
         const auto& from = useLive ? live : durable;
-        if (from != (useLive ? names_.end() : durableNames_.end())) left->put(name, keep(*from->second));
+        if (from == (useLive ? names_.end() : durableNames_.end())) continue;
+        auto content = std::make_shared<Content>();
+        content->live = content->durable = keep(*from->second);
+        left->names_[name] = left->durableNames_[name] = content;
     }
     return left;
 }
@@ -197,14 +192,30 @@ std::vector<fs::path> MemoryIo::names() const {
 std::vector<uint8_t> MemoryIo::contents(const fs::path& path) const {
     const std::lock_guard guard(mutex_);
     const auto found = names_.find(path);
-    return found == names_.end() ? std::vector<uint8_t>() : found->second->live;
+    return found == names_.end() ? std::vector<uint8_t>() : found->second->live.all();
+}
+
+bool MemoryIo::contains(const fs::path& path) const {
+    const std::lock_guard guard(mutex_);
+    return names_.contains(path);
+}
+
+uint64_t MemoryIo::sizeOf(const fs::path& path) const {
+    const std::lock_guard guard(mutex_);
+    const auto found = names_.find(path);
+    return found == names_.end() ? 0 : found->second->live.size();
 }
 
 void MemoryIo::put(const fs::path& path, std::vector<uint8_t> bytes) {
     const std::lock_guard guard(mutex_);
     auto content = std::make_shared<Content>();
-    content->live = content->durable = std::move(bytes);
+    content->live = content->durable = SharedBytes(bytes);
     names_[path] = durableNames_[path] = content;
+}
+
+void MemoryIo::erase(const fs::path& path) {
+    const std::lock_guard guard(mutex_);
+    names_.erase(path);
 }
 
 void MemoryIo::patch(const fs::path& path, uint64_t offset, std::span<const uint8_t> bytes) {
@@ -232,14 +243,12 @@ std::unique_ptr<IoFile> MemoryIo::open(const fs::path& path, OpenMode mode) {
 
 bool MemoryIo::exists(const fs::path& path) {
     before({Op::Exists, path});
-    const std::lock_guard guard(mutex_);
-    return names_.contains(path);
+    return contains(path);
 }
 
 void MemoryIo::remove(const fs::path& path) {
     before({Op::Remove, path});
-    const std::lock_guard guard(mutex_);
-    names_.erase(path);
+    erase(path);
 }
 
 void MemoryIo::rename(const fs::path& from, const fs::path& to) {

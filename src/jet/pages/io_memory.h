@@ -5,6 +5,7 @@
 #pragma once
 
 #include "jet/pages/io.h"
+#include "jet/pages/shared_bytes.h"
 
 #include <functional>
 #include <map>
@@ -39,7 +40,10 @@ class MemoryIo final : public Io {
     std::vector<std::filesystem::path> names() const;
     std::vector<uint8_t>
     contents(const std::filesystem::path& path) const; // empty when there is no such file
+    bool contains(const std::filesystem::path& path) const;
+    uint64_t sizeOf(const std::filesystem::path& path) const;                // 0 when there is no such file
     void put(const std::filesystem::path& path, std::vector<uint8_t> bytes); // creates or replaces, durable
+    void erase(const std::filesystem::path& path);                           // as if removed
     void patch(const std::filesystem::path& path, uint64_t offset,
                std::span<const uint8_t> bytes); // as if written
 
@@ -65,7 +69,7 @@ class MemoryIo final : public Io {
         LockKind kind;
     };
     struct Content {
-        std::vector<uint8_t> live, durable;
+        SharedBytes live, durable;
         std::vector<Change> unsynced;
         uint64_t changes = 0; // ever made
         std::vector<Lock> locks;
@@ -73,7 +77,7 @@ class MemoryIo final : public Io {
     using Names = std::map<std::filesystem::path, std::shared_ptr<Content>>;
 
     void before(const Step& step) const;
-    static void apply(std::vector<uint8_t>& bytes, const Change& change);
+    static void apply(SharedBytes& bytes, const Change& change);
 
     mutable std::mutex mutex_;
     Names names_, durableNames_;

@@ -208,6 +208,8 @@ class PosixIo final : public Io {
         return full.substr(0, full.find('.'));
     }
 
+    void sleepMicroseconds(int us) override { std::this_thread::sleep_for(std::chrono::microseconds(us)); }
+
     void sleepMilliseconds(int ms) override { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }
 
     uint64_t tickMilliseconds() override {

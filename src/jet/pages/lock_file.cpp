@@ -149,7 +149,7 @@ void LockFile::writeEntry() {
     }
 }
 
-void LockFile::leave() noexcept {
+void LockFile::leave(const std::function<void()>& tidyUp) noexcept {
     if (!file_) return;
     try {
         if (membership_ == Membership::Joined) {
@@ -160,8 +160,10 @@ void LockFile::leave() noexcept {
             if (mine) {
                 file_->unlock(ldb::kPresentByte, 1);
                 if (file_->tryLock(ldb::kPresentByte, 1, LockKind::Exclusive) && !foreignHere() &&
-                    file_->isStillAt(path_))
+                    file_->isStillAt(path_)) {
+                    if (tidyUp) tidyUp();
                     io_.remove(path_);
+                }
             }
         }
     } catch (...) {
@@ -172,6 +174,14 @@ void LockFile::leave() noexcept {
 }
 
 bool LockFile::isLost() { return file_ && !file_->isStillAt(path_); }
+
+size_t LockFile::slotsUsed() {
+    std::vector<uint8_t> bytes(ldb::kMaxUsers * ldb::kEntryBytes);
+    bytes.resize(file_->read(0, bytes));
+    const auto last = std::find_if(bytes.rbegin(), bytes.rend(), [](uint8_t byte) { return byte != 0; });
+    const auto used = static_cast<size_t>(bytes.rend() - last);
+    return std::max((used + ldb::kEntryBytes - 1) / ldb::kEntryBytes, slot_ + 1);
+}
 
 std::string LockFile::readEntry(size_t slot) {
     std::array<uint8_t, ldb::kEntryBytes> entry{};
@@ -198,11 +208,16 @@ bool LockFile::foreignHere() {
     const uint64_t known = ldb::kUserLock + entries();
     if (lockedByOther(ldb::kForeignBegin, ldb::kUserLock) || lockedByOther(known, ldb::kForeignEnd))
         return true;
-    for (uint64_t lock = ldb::kUserLock; lock < known; ++lock)
-        if (lockedByOther(lock, lock + 1) &&
-            !file_->lockedByOther(lock - ldb::kUserLock + ldb::kOwnUserLock, 1))
-            return true;
-    return false;
+    return foreignAmong(ldb::kUserLock, known);
+}
+
+// Asks for ranges: over a network every question costs. The lowest slots are taken first.
+bool LockFile::foreignAmong(uint64_t begin, uint64_t end) {
+    if (!lockedByOther(begin, end)) return false;
+    if (end - begin == 1) return !file_->lockedByOther(begin - ldb::kUserLock + ldb::kOwnUserLock, 1);
+    constexpr uint64_t kFew = 8;
+    const uint64_t middle = begin + std::min(kFew, (end - begin) / 2);
+    return foreignAmong(begin, middle) || foreignAmong(middle, end);
 }
 
 bool LockFile::lockedByOther(uint64_t begin, uint64_t end) {

@@ -5,6 +5,7 @@
 #include "jet/pages/io.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,6 +24,7 @@ inline constexpr uint64_t kWriterByte = 0x20000001;  // the one writer
 inline constexpr uint64_t kPendingByte = 0x20000002; // a writer waits for the readers to end
 inline constexpr uint64_t kSharedByte = 0x20000003;  // readers share it, a commit excludes them
 inline constexpr uint64_t kPresentByte = 0x20000004; // shared by everybody who has the file open
+inline constexpr uint64_t kTurnByte = 0x20000005;    // who holds it is the next writer
 inline constexpr uint64_t kOwnUserLock = 0x20000100; // + slot: tells that the user of the slot is one of us
 // Every lock in here that is not the user lock of one of us is a foreign engine's. Only the place of the user
 // locks is known of Jet's own; that its other locks lie in the same range is an assumption.
@@ -42,8 +44,9 @@ class LockFile {
 
     // Opens or makes the .ldb and becomes a user of it. Throws CannotOpen when 255 users are there.
     Membership join();
-    // Gives up entry and locks; the last one deletes the .ldb. What fails is left to the next who comes.
-    void leave() noexcept;
+    // Gives up entry and locks; the last one runs `tidyUp` and deletes the .ldb: nobody can come meanwhile.
+    // What fails is left to the next who comes.
+    void leave(const std::function<void()>& tidyUp = {}) noexcept;
 
     Membership membership() const { return membership_; }
     IoFile& file() { return *file_; }                   // REQUIRES: not Alone
@@ -52,6 +55,8 @@ class LockFile {
     size_t slot() const { return slot_; }               // REQUIRES: Joined
     const std::filesystem::path& path() const { return path_; }
     const std::filesystem::path& database() const { return database_; }
+
+    size_t slotsUsed(); // one past the highest that anybody ever had in this .ldb
 
     enum class Whom { All, Others };
     std::vector<std::string> users(Whom whom); // "COMPUTER user" of those whose lock is held now
@@ -68,6 +73,7 @@ class LockFile {
     void takeSlot();
     void writeEntry();
     std::string readEntry(size_t slot);
+    bool foreignAmong(uint64_t begin, uint64_t end);  // user locks
     bool lockedByOther(uint64_t begin, uint64_t end); // our own user lock left aside
     uint64_t entries();
 

@@ -23,7 +23,11 @@ constexpr int kForeignLooks = 3, kForeignPauseMs = 5; // one of us who looks at 
 
 void LockProtocol::lockShared() {
     assert(level_ == Level::None);
-    refresh(Look::NowAndThen);
+    // The .ldb goes only if a person deletes it: a reader need not ask the system at every read.
+    if (file_.membership() == Membership::Alone || io_.tickMilliseconds() >= nextLook_) {
+        seesForeign();
+        joinIfLost();
+    }
     if (file_.membership() != Membership::Alone) {
         Wait wait(io_, timeoutMs_);
         while (!tryShared())
@@ -53,31 +57,40 @@ void LockProtocol::unlockShared() noexcept {
 
 void LockProtocol::lockWriter() {
     assert(!writer_ && file_.membership() == Membership::Joined);
-    Wait wait(io_, timeoutMs_);
-    for (;;) {
-        if (level_ == Level::None) refresh(Look::Always);
-        if (file_.membership() != Membership::Joined)
-            throw Error(Err::ReadOnly, "Kilit dosyası silindi ve yeniden oluşturulamadı; dosyaya yazılamaz.")
-                .inFile(pathText(file_.path()));
-        if (file_.file().tryLock(ldb::kWriterByte, 1, LockKind::Exclusive)) break;
-        // Does a commit wait for us to end reading? Then we would wait for each other.
-        if (level_ == Level::Shared) {
-            if (!file_.file().tryLock(ldb::kPendingByte, 1, LockKind::Shared)) throwLocked(kBeingWritten);
-            unlock(ldb::kPendingByte);
-        }
-        if (!wait.again()) throwLocked(kBeingWritten);
-    }
-    writer_ = true;
+    bool turn = false;
     try {
+        Wait wait(io_, timeoutMs_);
+        while (!tryWriter(turn))
+            if (!wait.again()) throwLocked(kBeingWritten);
+        unlock(ldb::kTurnByte);
+        turn = false;
+        writer_ = true;
         refuseForeign();
     } catch (...) {
-        unlockWriter();
+        if (turn) unlock(ldb::kTurnByte);
+        if (writer_) unlockWriter();
         throw;
     }
 }
 
+bool LockProtocol::tryWriter(bool& turn) {
+    if (level_ == Level::None && joinIfLost()) turn = false; // that was in another .ldb
+    if (file_.membership() != Membership::Joined)
+        throw Error(Err::ReadOnly, "Kilit dosyası silindi ve yeniden oluşturulamadı; dosyaya yazılamaz.")
+            .inFile(pathText(file_.path()));
+    IoFile& file = file_.file();
+    if (!turn) turn = file.tryLock(ldb::kTurnByte, 1, LockKind::Exclusive);
+    if (turn && file.tryLock(ldb::kWriterByte, 1, LockKind::Exclusive)) return true;
+    // Does a commit wait for us to end reading? Then we would wait for each other.
+    if (level_ == Level::Shared) {
+        if (!file.tryLock(ldb::kPendingByte, 1, LockKind::Shared)) throwLocked(kBeingWritten);
+        unlock(ldb::kPendingByte);
+    }
+    return false;
+}
+
 void LockProtocol::refuseForeign() {
-    for (int look = 1; file_.foreignHere(); ++look) {
+    for (int look = 1; seesForeign(); ++look) {
         if (look == kForeignLooks) throwLocked(kForeign);
         io_.sleepMilliseconds(kForeignPauseMs);
     }
@@ -141,16 +154,17 @@ uint64_t LockProtocol::moveCounter() {
     return value;
 }
 
-// The .ldb goes only if a person deletes it: a reader need not ask the system at every read.
-void LockProtocol::refresh(Look look) {
-    const bool alone = file_.membership() == Membership::Alone;
-    const uint64_t now = io_.tickMilliseconds();
-    if (!alone && look == Look::NowAndThen && now < nextLook_) return;
-    nextLook_ = now + kLookMs;
+bool LockProtocol::seesForeign() {
+    nextLook_ = io_.tickMilliseconds() + kLookMs;
     looked_ = true;
     foreign_ = file_.foreignHere();
     unsure_ = unsure_ || foreign_;
-    if (alone ? !file_.appeared() : !file_.isLost()) return;
+    return foreign_;
+}
+
+bool LockProtocol::joinIfLost() {
+    const bool alone = file_.membership() == Membership::Alone;
+    if (alone ? !file_.appeared() : !file_.isLost()) return false;
     if (writer_) // somebody deleted the .ldb under a running write
         throw Error(Err::LockFailed, "Kilit dosyası silindiği için işlem durduruldu.")
             .inFile(pathText(file_.path()));
@@ -158,6 +172,7 @@ void LockProtocol::refresh(Look look) {
     file_.leave();
     file_.join();
     unsure_ = unsure_ || file_.membership() != Membership::Alone;
+    return true;
 }
 
 void LockProtocol::lockWaiting(uint64_t byte, LockKind kind, const char* what) {

@@ -2,6 +2,8 @@
 // file.
 //
 //   WRITER     exclusive, from beginning to end of a write: one writer at a time. Readers do not mind it.
+//   TURN       exclusive, by the one who waits for WRITER; the others wait for TURN. Who has just written
+//   cannot take WRITER again before him.
 //   SHARED     shared by every reader for the length of its read; a commit holds it exclusively (EXCLUSIVE)
 //   while it
 //              changes the database file.
@@ -9,8 +11,8 @@
 //   EXCLUSIVE: new
 //              readers wait, so those who read now end one after the other and the writer is not starved.
 //
-// Order: WRITER, PENDING, SHARED. EXCLUSIVE needs WRITER and PENDING. Who waits holds nothing that the other
-// needs, but for one case: a reader that wants to become the writer while a commit waits for it. It is
+// Order: TURN, WRITER, PENDING, SHARED. EXCLUSIVE needs WRITER and PENDING. Who waits holds nothing that the
+// other needs, but for one case: a reader that wants to become the writer while a commit waits for it. It is
 // refused at once.
 #pragma once
 
@@ -60,8 +62,9 @@ class LockProtocol {
 
   private:
     bool tryShared();
-    enum class Look { Always, NowAndThen };
-    void refresh(Look look); // joins again when the .ldb is gone or (Alone) has come; foreign engines
+    bool joinIfLost(); // joins again when the .ldb is gone or (Alone) has come, and then returns true
+    bool seesForeign();
+    bool tryWriter(bool& turn);
     void lockWaiting(uint64_t byte, LockKind kind, const char* what);
     void unlock(uint64_t byte) noexcept;
 

@@ -2,7 +2,8 @@
 //
 // Terms
 //   database file   the pages, encoded by the codec; changed only in state Committing or by a recovery.
-//   committed state what the database file holds when no journal that counts stands beside it.
+//   committed state what the database file holds when no journal that counts stands beside it; a retired one
+//   counts for nothing.
 //   modified page   edited or appended in the running write; its newest bytes are in a frame or in the spill
 //   file. hot journal     a journal found under SHARED: who wrote it held EXCLUSIVE and is gone.
 //
@@ -13,12 +14,13 @@
 //   only inside commitWrite() and recover().
 //   3. The database file changes only under EXCLUSIVE, after its before-images are durable in the journal and
 //   the
-//      change counter has moved. Removing the journal is the commit point.
+//      change counter has moved. Retiring the journal is the commit point; it is durable before WRITER is
+//      given up, so nobody builds on a commit that a power failure could undo.
 //   4. Whoever holds SHARED and saw the counter unmoved has a cache that agrees with the file. Whoever saw it
 //   moved
 //      drops the cache, after rolling back the journal if one is there.
-//   5. A journal is removed only by who holds WRITER and EXCLUSIVE; so never under the hands of a living
-//   writer.
+//   5. A journal is retired or removed only by who holds WRITER and EXCLUSIVE, so never under the hands of a
+//   living writer; a retired one is removed by the last who leaves.
 //   6. A frame is dirty only if its page is modified. A modified page below pageCount has a frame or a spill
 //   slot.
 //   7. No page at or past pageCount is cached. pageCount equals committedCount outside of a write.
@@ -36,12 +38,13 @@
 //       savepoint, |                                                                  |  |  ^   + undoTo
 //       +--- beginWrite: lock WRITER, then as beginRead -------------------+  |
 //                                                                             | commitWrite: lock EXCLUSIVE
-//      Idle/Reading <-- journal removed ------------------------------ Committing
+//      Idle/Reading <-- journal retired ------------------------------ Committing
 //      Idle/Reading <-- failed: restoreFile, forgetWrite, error thrown -------+
 //
 // Commit: EXCLUSIVE (bounded wait) - Journal::write (synced, folder synced) - moveCounter - writePages - sync
-// - Journal::remove - unlock. A process that dies in between leaves a hot journal; the next enterRead() of
-// anybody sees the counter moved (or opens the file, or begins a write) and calls recover().
+// - Journal::retire - unlock - Journal::settle (synced) - WRITER unlocked. A process that dies in between
+// leaves a hot journal; the next enterRead() of anybody sees the counter moved (or opens the file, or begins
+// a write) and calls recover().
 #include "jet/pages/page_file_impl.h"
 
 #include "jet/pages/io_error.h"
@@ -58,7 +61,18 @@ PageFile::PageFile(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
 PageFile::~PageFile() {
     if (impl_->writing) impl_->rollbackOutermost();
     if (impl_->created) impl_->removeCreated();
-    impl_->locks.file().leave();
+    impl_->locks.file().leave([this] { impl_->tidyUp(); });
+}
+
+// What others left who died goes with the last who leaves.
+void PageFile::Impl::tidyUp() noexcept {
+    try {
+        for (size_t slot = 0, end = locks.file().slotsUsed(); slot < end; ++slot)
+            io->remove(spillPath(slot));
+        journal.removeRetired();
+    } catch (const Error&) {
+        // Harms nobody; the .ldb is to go all the same.
+    }
 }
 
 const std::filesystem::path& PageFile::path() const { return impl_->path; }

@@ -114,7 +114,7 @@ class PageFile {
     // --- writing. REQUIRES: inside a write.
     PageEdit edit(PageNo no); // page with its present content, will be written at commit
     PageEdit append();        // a new page of zeros at the end; Err::DiskIO with its own text past 2 GB
-    // Journal sync, exclusive lock, change counter, pages, sync, journal removal: see page_file.cpp.
+    // Journal sync, exclusive lock, change counter, pages, sync, journal retired: see page_file.cpp.
 
     // Savepoints nest; they cost one page copy per page first changed in them, in memory.
     size_t savepoint(); // returns its depth (1, 2, …)

@@ -32,9 +32,10 @@ void PageFile::Impl::commitOutermost() {
         counterKnown = false; // until the commit stands
         writePages(pages);
         file->sync();
-        journal.remove();
+        const uint64_t stamp = file->changeStamp();
+        journal.retire();
         seenCounter = counter;
-        seenStamp = file->changeStamp();
+        seenStamp = stamp;
         counterKnown = true;
     } catch (...) {
         const std::exception_ptr error = std::current_exception();
@@ -47,6 +48,8 @@ void PageFile::Impl::commitOutermost() {
         releaseLocks();
         std::rethrow_exception(error);
     }
+    locks.unlockExclusive(readDepth > 0 ? Level::Shared : Level::None);
+    journal.settle(); // readers need not wait for it; the next writer does
     created = false;
     committedCount = pageCount;
     clearWriteState();

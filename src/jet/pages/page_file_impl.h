@@ -66,6 +66,7 @@ struct PageFile::Impl {
     Mark& mark(PageNo no);
     void markModified(Frame& frame, PageNo no);
     void requireWriting() const;
+    void tidyUp() noexcept; // REQUIRES: nobody else has the database open
     void undoTo(size_t depth);
 
     // page_file_open.cpp: entering a state of the file
@@ -75,6 +76,7 @@ struct PageFile::Impl {
     void join();
     void probe(const Probe& probe);
     void setPageSize(size_t bytes);
+    std::filesystem::path spillPath(size_t slot) const;
     void requireFile() const;
     void enterRead(JournalCheck check);
     void refresh(uint64_t counter);

@@ -110,9 +110,13 @@ void PageFile::Impl::setPageSize(size_t bytes) {
     pageSize = bytes;
     cache.setPageSize(bytes);
     savepoints = Savepoints(bytes);
-    std::filesystem::path spillPath = realPath;
-    spillPath += "-spill" + std::to_string(locks.file().slot());
-    spill.emplace(*io, spillPath);
+    spill.emplace(*io, spillPath(locks.file().slot()));
+}
+
+std::filesystem::path PageFile::Impl::spillPath(size_t slot) const {
+    std::filesystem::path path = realPath;
+    path += "-spill" + std::to_string(slot);
+    return path;
 }
 
 void PageFile::Impl::requireFile() const {

@@ -1,5 +1,6 @@
 // jet/pages/spill_file.h — a temporary file for changed pages that no longer fit into the cache during one
-// write. Its name is taken away as soon as it is made, so it ends with the handle on every system.
+// write. Its name is taken away as soon as it is made, so it ends with the handle on every system;
+// that of a process which died before goes with the last who leaves the database.
 #pragma once
 
 #include "jet/pages/io.h"

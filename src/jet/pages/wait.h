@@ -1,4 +1,5 @@
-// jet/pages/wait.h — a bounded wait for somebody else's lock: short sleeps that grow, up to a limit.
+// jet/pages/wait.h — a bounded wait for somebody else's lock: very short sleeps at first, for most waits are
+// for one commit, then sleeps of one length, so that who waits long looks as often as who just came.
 #pragma once
 
 #include "jet/pages/io.h"
@@ -15,16 +16,20 @@ class Wait {
     bool again() {
         const auto passed = static_cast<int64_t>(io_.tickMilliseconds() - start_);
         if (passed >= limitMs_) return false;
-        io_.sleepMilliseconds(static_cast<int>(std::min<int64_t>(stepMs_, limitMs_ - passed)));
-        stepMs_ = std::min(stepMs_ * 2, kLongestStepMs);
+        if (looks_ < kBriskLooks)
+            io_.sleepMicroseconds(kBriskStepUs * ++looks_);
+        else
+            io_.sleepMilliseconds(
+                static_cast<int>(std::min<int64_t>(passed < kLongWaitMs ? 1 : 4, limitMs_ - passed)));
         return true;
     }
 
   private:
-    static constexpr int kLongestStepMs = 32;
+    static constexpr int kBriskLooks = 10, kBriskStepUs = 40; // the first two milliseconds
+    static constexpr int64_t kLongWaitMs = 500;
     Io& io_;
     int limitMs_;
-    int stepMs_ = 1;
+    int looks_ = 0;
     uint64_t start_;
 };
 

@@ -96,6 +96,8 @@ class Emitter {
     std::optional<Typed> column(const Expr& expr, const Scope& scope);
     std::optional<Typed> constant(std::string_view word);
     std::optional<Typed> aliased(const Expr& expr, Scope& scope);
+    // For what stands once more than the statement has it: names of names of sums would double without end.
+    void countRepeated(const std::string& sql, size_t at);
     Typed parameter(int index);
     Typed negated(const Expr& expr, Scope& scope);
     Typed arithmetic(const Expr& expr, Scope& scope);
@@ -161,6 +163,7 @@ class Emitter {
     std::string collation_; // of the file
     std::vector<RegisteredTable*> used_;
     int lastSource_ = 0;
+    size_t repeated_ = 0; // bytes
 };
 
 std::string quotedText(std::string_view text); // as an SQLite literal

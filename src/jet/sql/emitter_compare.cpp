@@ -80,6 +80,7 @@ Emitter::Typed Emitter::compare(const std::string& op, Typed a, Typed b, size_t 
 
 Emitter::Typed Emitter::between(const Expr& expr, Scope& scope) {
     const Typed subject = expression(*expr.args[0], scope);
+    countRepeated(subject.sql, expr.at);
     const Typed from = compare(">=", subject, expression(*expr.args[1], scope), expr.at);
     const Typed to = compare("<=", subject, expression(*expr.args[2], scope), expr.at);
     return rawBoolean((expr.negated ? "(NOT (" : "((") + from.sql + " AND " + to.sql + "))");

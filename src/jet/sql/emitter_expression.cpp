@@ -8,6 +8,10 @@
 
 namespace jet::sql {
 
+namespace {
+constexpr size_t kMostRepeated = 1 << 20; // bytes of one statement
+}
+
 std::string quotedText(std::string_view text) {
     std::string quoted = "'";
     for (const char c : text) {
@@ -166,9 +170,15 @@ std::optional<Emitter::Typed> Emitter::aliased(const Expr& expr, Scope& scope) {
         ++scope.aliasDepth;
         Typed typed = expression(*item.value, scope);
         --scope.aliasDepth;
+        countRepeated(typed.sql, expr.at);
         return typed;
     }
     return {};
+}
+
+void Emitter::countRepeated(const std::string& sql, size_t at) {
+    repeated_ += sql.size();
+    if (repeated_ > kMostRepeated) fail(at, "İfade çok uzun ya da çok derin");
 }
 
 Emitter::Typed Emitter::parameter(int index) {

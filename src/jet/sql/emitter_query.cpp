@@ -226,6 +226,7 @@ std::vector<Emitter::OrderKey> Emitter::orderKeys(const std::vector<OrderItem>& 
                 fail(item.value->at, "ORDER BY içindeki sıra numarası seçilen alanların dışında");
             key.column = position - 1;
             key.sql = items[key.column];
+            countRepeated(key.sql, item.value->at);
         } else {
             key.sql = collated(expression(*item.value, scope));
             const auto same = std::find(items.begin(), items.end(), key.sql);

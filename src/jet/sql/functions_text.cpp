@@ -129,7 +129,7 @@ void replace(sqlite3_context* call, int count, sqlite3_value** args) {
         for (size_t found; most != 0 && (found = form.find(sought, at)) != std::u16string::npos; --most) {
             result.append(text, at, found - at).append(with);
             at = found + sought.size();
-            if (result.size() > kLongestResult) throwOverflow();
+            if (result.size() * sizeof(char16_t) > kLongestResult) throwOverflow();
         }
         giveText(call, utf8Of(result.append(text, at)));
     });

@@ -17,7 +17,8 @@ namespace jet {
 namespace {
 
 constexpr size_t kRememberedStatements = 64;
-constexpr int kExpressionDepth = 4000; // SQLite's own bound; the parser's is lower
+constexpr int kExpressionDepth = 4000;   // SQLite's own bound; the parser's is lower
+constexpr int kLongestValue = 128 << 20; // bytes; joined texts cannot eat the machine
 
 Date systemClock() {
     const std::time_t now = std::time(nullptr);
@@ -41,6 +42,7 @@ std::unique_ptr<sqlite3, ConnectionCloser> openConnection() {
     std::unique_ptr<sqlite3, ConnectionCloser> connection(db);
     if (result != SQLITE_OK) throw std::bad_alloc();
     sqlite3_limit(db, SQLITE_LIMIT_EXPR_DEPTH, kExpressionDepth);
+    sqlite3_limit(db, SQLITE_LIMIT_LENGTH, kLongestValue);
     sqlite3_exec(db, "PRAGMA temp_store=MEMORY", nullptr, nullptr, nullptr);
     return connection;
 }

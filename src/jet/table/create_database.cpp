@@ -6,9 +6,9 @@
 #include "jet/format/data_page.h"
 #include "jet/format/layout.h"
 #include "jet/format/properties.h"
-#include "jet/table/permissions.h"
 #include "jet/table/table_storage.h"
 
+#include <algorithm>
 #include <array>
 
 namespace jet {
@@ -135,20 +135,9 @@ IndexDef indexOf(const Index& index, const TableDef& def) {
 }
 
 // Definition, maps and trees of one system table, all empty.
-void createSystemTable(OpenDatabase& db, const SystemTable& table) {
-    TableDef def;
-    def.name = systemTableName(table.page);
-    def.page = table.page;
-    def.tableType = kSystemTableType;
-    def.maxColumns = static_cast<uint16_t>(table.columns.size());
-    def.variableColumns = table.variableColumns;
-    for (const Column& column : table.columns)
-        def.fields.push_back(fieldOf(column, db.header().sortOrder));
+void createSystemTable(OpenDatabase& db, PageNo page) {
+    TableDef def = systemTableDefinition(page, db.header().sortOrder);
     createStorage(db, def);
-    for (const Index& index : table.indexes)
-        def.indexes.push_back(indexOf(index, def));
-    def.realIndexCount = static_cast<uint32_t>(def.indexes.size());
-    def.uniqueEntryCounts.resize(def.realIndexCount);
     for (const size_t tree : treesOf(def))
         createTree(db, def.page, def.indexes[tree]);
     db.saveDefinition(def);
@@ -212,20 +201,44 @@ Bytes documentProperties(std::string_view name) {
     return properties.serialize();
 }
 
-void writeCatalog(OpenDatabase& db) {
-    for (const Document& document : kDocuments)
-        db.catalog().insert({.id = document.id,
-                             .parent = document.parent,
-                             .type = document.type,
-                             .flags = document.flags,
-                             .name = document.name,
-                             .owner = bytesOf(document.ofEngine ? kEngine : kAdmin),
-                             .properties = documentProperties(document.name)});
+} // namespace
+
+TableDef systemTableDefinition(PageNo page, SortOrder sortOrder) {
+    const auto table = std::find_if(std::begin(kSystemTables), std::end(kSystemTables),
+                                    [page](const SystemTable& t) { return t.page == page; });
+    TableDef def;
+    def.name = systemTableName(page);
+    def.page = page;
+    def.system = true;
+    def.tableType = kSystemTableType;
+    def.maxColumns = static_cast<uint16_t>(table->columns.size());
+    def.variableColumns = table->variableColumns;
+    for (const Column& column : table->columns)
+        def.fields.push_back(fieldOf(column, sortOrder));
+    for (const Index& index : table->indexes)
+        def.indexes.push_back(indexOf(index, def));
+    def.realIndexCount = static_cast<uint32_t>(def.indexes.size());
+    def.uniqueEntryCounts.resize(def.realIndexCount);
+    return def;
 }
 
-void writePermissions(OpenDatabase& db) {
+std::vector<Catalog::NewObject> newDatabaseObjects() {
+    std::vector<Catalog::NewObject> objects;
+    for (const Document& document : kDocuments)
+        objects.push_back({.id = document.id,
+                           .parent = document.parent,
+                           .type = document.type,
+                           .flags = document.flags,
+                           .name = document.name,
+                           .owner = bytesOf(document.ofEngine ? kEngine : kAdmin),
+                           .properties = documentProperties(document.name)});
+    return objects;
+}
+
+std::vector<Permission> newDatabasePermissions() {
+    std::vector<Permission> made;
     const auto add = [&](int32_t object, const SecurityId& who, int32_t rights, bool handedOn) {
-        addPermission(db, {object, bytesOf(who), rights, handedOn});
+        made.push_back({object, bytesOf(who), rights, handedOn});
     };
     for (const int32_t table : {2, 3, 4})
         add(table, kAdmin, kOwnRights, false);
@@ -250,23 +263,31 @@ void writePermissions(OpenDatabase& db) {
         for (const SecurityId& who : {kUsers, kAdmin, kCreator})
             add(document.id, who, kAllRights, true);
     }
+    return made;
 }
 
-} // namespace
-
-void writeNewDatabase(OpenDatabase& db) {
+void writeFirstPages(OpenDatabase& db, std::span<const uint8_t> page0) {
     PageFile& file = db.pages();
     {
         PageEdit header = file.append();
-        initialiseHeader(header.bytes(), db.header());
+        if (page0.empty())
+            initialiseHeader(header.bytes(), db.header());
+        else
+            std::copy(page0.begin(), page0.end(), header.bytes().begin());
     }
     while (file.pageCount() < kFirstFreePage)
         file.append();
     createFreeMap(db);
+}
+
+void writeNewDatabase(OpenDatabase& db) {
+    writeFirstPages(db);
     for (const SystemTable& table : kSystemTables)
-        createSystemTable(db, table);
-    writeCatalog(db);
-    writePermissions(db);
+        createSystemTable(db, table.page);
+    for (const Catalog::NewObject& object : newDatabaseObjects())
+        db.catalog().insert(object);
+    for (const Permission& permission : newDatabasePermissions())
+        addPermission(db, permission);
 }
 
 } // namespace jet

@@ -74,12 +74,15 @@ std::unique_ptr<Database> Database::create(const std::filesystem::path& path, co
         header.sortOrder = options.sortOrder;
         header.creationDate = kSecurityDate;
         header.password = options.password;
+        header.encodingKey = options.encodingKey;
         auto file = PageFile::create(io, path, options.pages, kJet4.pageSize);
+        file->setCodec(makePageCodec(header.encodingKey));
         std::unique_ptr<Database> database(new Database);
         database->impl_ = std::make_unique<Impl>(std::move(file), std::move(header), std::string());
         WriteScope write(database->pages());
         writeNewDatabase(*database->impl_);
         write.commit();
+        database->impl_->structureChanged(); // the catalog was looked at while it was being made
         return database;
     } catch (Error& error) {
         error.inFile(pathText(path));

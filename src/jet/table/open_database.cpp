@@ -13,11 +13,11 @@ namespace {
 
 // Required, AllowZeroLength and DefaultValue of every field. A damaged blob must not keep people from their
 // rows: the properties are then left out, and a statement that would have to rewrite them fails.
-void applyProperties(TableDef& def, std::span<const uint8_t> blob) {
+void applyProperties(TableDef& def, std::span<const uint8_t> blob, uint16_t codePage) {
     if (blob.empty()) return;
     PropertySet properties;
     try {
-        properties = PropertySet::parse(blob);
+        properties = PropertySet::parse(blob, codePage);
     } catch (const Error&) {
         return;
     }
@@ -69,7 +69,7 @@ std::shared_ptr<const TableDef> OpenDatabase::definition(PageNo page) {
     def.name = fresh.name;
     def.system = (fresh.flags & (ObjectFlag::kSystem | ObjectFlag::kOtherSystem)) != 0;
     def.hidden = (fresh.flags & ObjectFlag::kHidden) != 0;
-    applyProperties(def, fresh.properties);
+    applyProperties(def, fresh.properties, codePage());
     for (IndexDef& index : def.indexes)
         index.readOnlyReason = keyObstacle(layout(), def, index);
     fresh.def = std::make_shared<const TableDef>(std::move(def));
@@ -88,7 +88,7 @@ OpenDatabase::Known OpenDatabase::read(PageNo page) {
         if (!entry) throw Error(Err::NoSuchTable, "Tablo artık yok: silinmiş.").onPage(page);
         known.name = entry->name;
         known.flags = entry->flags;
-        if (layout().version == 4) known.properties = catalog_.properties(*entry);
+        known.properties = catalog_.properties(*entry);
     }
     known.image = readDefinition(*file_, layout(), page);
     blankCounters(layout(), known.image);

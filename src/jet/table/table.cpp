@@ -18,6 +18,7 @@ struct Table::Impl {
     RowWriter& writer();
     RecordCursor& records();
     RowReader& reader();
+    RecordBuffer& edited(); // the buffer, in the fields of the present definition
     size_t fieldAt(std::string_view name);
     void requireWritable();
     // Run `work` in a read scope, or as one statement, with the present definition; errors name the table.
@@ -71,6 +72,11 @@ RecordCursor& Table::Impl::records() {
 RowReader& Table::Impl::reader() {
     if (!rowReader) rowReader.emplace(source.pages(), source.layout(), page);
     return *rowReader;
+}
+
+RecordBuffer& Table::Impl::edited() {
+    buffer.follow(def, [this] { return writer().defaults(); });
+    return buffer;
 }
 
 size_t Table::Impl::fieldAt(std::string_view name) {
@@ -248,8 +254,8 @@ void Table::goTo(RowId bookmark) {
 Value Table::value(std::string_view field) {
     return impl_->reading([&] {
         const size_t at = impl_->fieldAt(field);
-        const RecordBuffer& buffer = impl_->buffer;
-        if (buffer.mode() != RecordBuffer::Mode::None && at < buffer.fieldCount()) return buffer.value(at);
+        const RecordBuffer& buffer = impl_->edited();
+        if (buffer.mode() != RecordBuffer::Mode::None && buffer.holds(at)) return buffer.value(at);
         return impl_->records().row().value(at);
     });
 }
@@ -259,7 +265,7 @@ Value Table::value(std::string_view field) {
 void Table::addNew() {
     impl_->reading([&] {
         impl_->requireWritable();
-        impl_->buffer.beginAdd(impl_->writer().defaults());
+        impl_->buffer.beginAdd(impl_->def, impl_->writer().defaults());
     });
 }
 
@@ -267,7 +273,7 @@ void Table::edit() {
     impl_->reading([&] {
         impl_->requireWritable();
         const StoredRow& row = impl_->records().row();
-        impl_->buffer.beginEdit(impl_->records().id(), row);
+        impl_->buffer.beginEdit(impl_->def, impl_->records().id(), row);
     });
 }
 
@@ -277,7 +283,7 @@ void Table::set(std::string_view field, Value value) {
             throw Error(Err::UpdateWithoutEdit, "Kayıt, değiştirilmek üzere açılmadan değiştirilemez.");
         const size_t at = impl_->fieldAt(field);
         impl_->writer().checkValue(at, value);
-        impl_->buffer.set(at, convertTo(impl_->def->fields[at], value));
+        impl_->edited().set(at, convertTo(impl_->def->fields[at], value));
     });
 }
 
@@ -300,7 +306,7 @@ void Table::update() {
     if (impl_->buffer.mode() == RecordBuffer::Mode::None)
         throw Error(Err::UpdateWithoutEdit, "Kayıt, değiştirilmek üzere açılmadan yazılamaz.");
     impl_->writing([&] {
-        if (impl_->buffer.mode() == RecordBuffer::Mode::Editing)
+        if (impl_->edited().mode() == RecordBuffer::Mode::Editing)
             impl_->updateEdited();
         else
             impl_->lastModified = impl_->writer().insert(impl_->buffer.values(), {});

@@ -2,6 +2,7 @@
 // index trees. Gives out new empty ones and takes old ones back. REQUIRES for every function: inside a write.
 #pragma once
 
+#include "jet/index/entry_sorter.h"
 #include "jet/table/open_database.h"
 
 namespace jet {
@@ -24,8 +25,15 @@ void changeOwner(OpenDatabase& db, const TableDef& def, PageNo owner);
 // The position of the first logical index of each tree, ordered by tree.
 std::vector<size_t> treesOf(const TableDef& def);
 
+struct FillOptions {
+    size_t memoryBytes = SIZE_MAX;  // for sorting; what is beyond goes to the file
+    EntrySorter::MakeFile makeFile; // empty: all is sorted in memory
+    std::function<void()> step;     // for each row; may throw
+};
 // Fills the empty tree of an index from the table's rows and sets its count in `def`.
-// Err::DuplicateKey, Err::IndexNullKey: the text names the index.
-void fillTree(OpenDatabase& db, TableDef& def, const IndexDef& index);
+// Err::DuplicateKey, Err::IndexNullKey: the text names the index, and the tree is still empty.
+void fillTree(OpenDatabase& db, TableDef& def, const IndexDef& index, const FillOptions& options = {});
+// The same from entries that are there already. Err::DuplicateKey.
+void buildTree(OpenDatabase& db, TableDef& def, const IndexDef& index, EntrySorter& entries);
 
 } // namespace jet

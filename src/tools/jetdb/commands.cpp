@@ -3,6 +3,8 @@
 #include "jet/check/check.h"
 #include "jet/database.h"
 #include "jet/sql/session.h"
+#include "tools/jetdb/copy_commands.h"
+#include "tools/jetdb/repair_command.h"
 #include "tools/jetdb/schema.h"
 #include "tools/jetdb/text_output.h"
 
@@ -156,6 +158,12 @@ const std::vector<Command>& commands() {
          "explain DOSYA \"SELECT …\"             sorgunun nasıl yürütüleceği, kullandığı dizinler"},
         {"check", 1, 1, runCheck,
          "check DOSYA                          dosyanın bütünüyle denetimi; kusur varsa çıkış 1"},
+        {"compact", 2, 2, runCompact,
+         "compact DOSYA YENİ                   boşlukları atılmış, sık bir kopya"},
+        {"convert", 2, 2, runConvert,
+         "convert DOSYA YENİ                   Access 97 dosyasından Access 2000 biçiminde yeni dosya"},
+        {"repair", 2, 2, runRepair,
+         "repair BOZUK YENİ                    bozuk dosyadan kurtarılabilenlerle yeni bir dosya yapar"},
         {"password", 1, 1, runPassword, "password DOSYA --set YENİ | --remove | --test"},
     };
     return list;

@@ -121,4 +121,22 @@ TEST_F(LongValue, LyingHeadersAndChainsAreCorrupt) {
     refused(chain, "ring");
 }
 
+// However small its links and however long it says it is: neither time nor memory past what the file holds.
+TEST_F(LongValue, RingOfTinyLinksIsFoundSoon) {
+    Bytes header = put(value(4077)); // the second link holds one byte
+    const RowId last = rowsOf(header)[1];
+    PageEdit page = scratch.file->edit(last.page);
+    put32(page.bytes(), data_page::slot(kJet4, page.bytes(), last.row).start,
+          static_cast<uint32_t>(last.packed()));
+    for (const size_t length : {size_t{20000}, size_t{0xFFFFFF}}) {
+        header[0] = static_cast<uint8_t>(length);
+        header[1] = static_cast<uint8_t>(length >> 8);
+        header[2] = static_cast<uint8_t>(length >> 16);
+        size_t visited = 0;
+        const auto count = [&visited](RowId) { ++visited; };
+        EXPECT_THROW(forEachLongValueRow(*scratch.file, kJet4, header, count), Error) << length;
+        EXPECT_LT(visited, 10u) << length;
+    }
+}
+
 } // namespace

@@ -65,4 +65,16 @@ TEST(Properties, DamagedBlobsAreCorruptOrReadable) {
     EXPECT_THROW(PropertySet::parse(Bytes{'X', 'Y', 'Z', 0}), Error);
 }
 
+// One long name that thousands of entries share would be thousands of long names in memory.
+TEST(Properties, SharedLongNameIsCorrupt) {
+    PropertySet set;
+    for (int i = 0; i < 5000; ++i)
+        set.setBoolean("Alan " + std::to_string(i), "Required", true);
+    EXPECT_NO_THROW(again(set));
+    PropertySet hostile;
+    for (int i = 0; i < 5000; ++i)
+        hostile.setBoolean("Alan " + std::to_string(i), std::string(20000, 'R'), true);
+    EXPECT_THROW(again(hostile), Error);
+}
+
 } // namespace

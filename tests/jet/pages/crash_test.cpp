@@ -48,6 +48,15 @@ void change(PageFile& file) {
         setValue(file.append(), value);
 }
 
+// A journal is there that is not retired.
+bool journalWaits(const MemoryIo& io) {
+    const auto bytes = io.contents(kJournal);
+    const std::string_view retired = "ORVENDED";
+    const auto names = io.names();
+    return std::find(names.begin(), names.end(), kJournal) != names.end() &&
+           !(bytes.size() >= retired.size() && std::equal(retired.begin(), retired.end(), bytes.begin()));
+}
+
 // Commits with a failure at operation n. Returns true when there was no such operation.
 bool commitFailing(PageFile& file, MemoryIo& io, size_t n, bool dead, bool& acknowledged) {
     WriteScope write(file);
@@ -66,11 +75,15 @@ void expectOldOrNew(const std::shared_ptr<MemoryIo>& io, bool mustBeNew, const s
         EXPECT_EQ(values, newValues());
     else
         EXPECT_TRUE(values == oldValues() || values == newValues()) << testing::PrintToString(values);
-    EXPECT_FALSE(io->exists(kJournal));
-    WriteScope write(*file); // and it can be written again
-    setValue(file->edit(0), 77);
-    write.commit();
+    EXPECT_FALSE(journalWaits(*io));
+    {
+        WriteScope write(*file); // and it can be written again
+        setValue(file->edit(0), 77);
+        write.commit();
+    }
     EXPECT_EQ(valueOf(*open(io), 0), 77u);
+    file.reset();
+    EXPECT_EQ(io->names(), std::vector{kPath}) << "the last who leaves takes all with him";
 }
 
 TEST(Crash, AtEveryOperationTheNextOpenerFindsOldOrNew) {
@@ -142,10 +155,48 @@ TEST(Crash, AFailedCommitIsUndoneAndTheHandleGoesOn) {
             file->assertState();
             EXPECT_EQ(allValues(*reader), error == 0 ? newValues() : oldValues()) << "operation " << n;
             EXPECT_EQ(allValues(*file), error == 0 ? newValues() : oldValues()) << "operation " << n;
-            EXPECT_FALSE(io->exists(kJournal));
+            EXPECT_FALSE(journalWaits(*io));
             if (finished) {
                 EXPECT_EQ(error, 0);
                 break;
+            }
+        }
+    }
+}
+
+// Both write over a journal that is there: a retired one by the next commit, a hot one by its retirement.
+TEST(Crash, AWriteOverAJournalThatEndsAnywhereBringsNoOlderStateBack) {
+    for (const bool dies : {true, false}) {
+        for (size_t cut = 0; cut <= 80; ++cut) {
+            for (size_t n = 0; n < 2; ++n) { // the journal's new content, its retirement
+                const auto io = std::make_shared<MemoryIo>();
+                auto file = make(io, 8);
+                {
+                    WriteScope write(*file);
+                    setValue(file->edit(3), 33);
+                    write.commit();
+                }
+                size_t seen = 0;
+                io->setHook([&](const MemoryIo::Step& step) {
+                    const bool strikes =
+                        step.op == MemoryIo::Op::Write && step.path == kJournal && seen++ == n;
+                    if (strikes)
+                        io->patch(kJournal, step.offset, step.data.first(std::min(cut, step.data.size())));
+                    if (strikes || (dies && seen > n)) throw Error(Err::DiskIO, "Deneme hatası.");
+                });
+                WriteScope write(*file);
+                change(*file);
+                const int error = errorOf([&] { write.commit(); });
+                io->setHook({});
+                auto before = oldValues(), after = newValues();
+                before[3] = after[3] = 33;
+                const auto found = allValues(*open(io->afterCrash(MemoryIo::Survives::Everything)));
+                const std::string where = (dies ? "dies, write " : "fails, write ") + std::to_string(n) +
+                                          " after " + std::to_string(cut) + " bytes";
+                EXPECT_TRUE(found == before || (n == 1 && found == after)) << where;
+                if (dies) continue;
+                EXPECT_EQ(found, error == 0 ? after : before) << where;
+                EXPECT_EQ(allValues(*file), found) << where;
             }
         }
     }
@@ -180,6 +231,28 @@ TEST(Crash, OthersWhoHaveTheFileOpenRollBackTheDeadWriter) {
             next->endRead();
         next->assertState();
     }
+}
+
+TEST(Crash, SpillFileOfADeadWriterGoesWithTheLastWhoLeaves) {
+    const auto io = std::make_shared<MemoryIo>();
+    { make(io, 200); }
+    auto other = open(io);
+    for (size_t n = 0; n < 3; ++n) { // remove, make, remove
+        {
+            auto dying = open(io, {.cacheBytes = 8 * kPage});
+            WriteScope write(*dying);
+            io->setHook(FailAt{.n = n, .dead = true});
+            EXPECT_NE(errorOf([&] {
+                          for (PageNo no = 0; no < 200; ++no)
+                              setValue(dying->edit(no), 1);
+                      }),
+                      0);
+        }
+        io->setHook({});
+    }
+    EXPECT_TRUE(io->contains("/veri/KALFA.MDB-spill1"));
+    other.reset();
+    EXPECT_EQ(io->names(), std::vector<std::filesystem::path>{kPath});
 }
 
 TEST(Crash, TwoWhoFindTheSameJournalRollItBackOnce) {
@@ -256,12 +329,61 @@ TEST(Crash, DamagedJournalsAreRemovedAndTouchNothing) {
     EXPECT_EQ(allValues(*open(io)), oldValues());
 }
 
+TEST(Crash, DatabaseThatSomebodyCutIsNotFilledUpByItsJournal) {
+    const auto io = std::make_shared<MemoryIo>();
+    auto file = make(io, 8);
+    WriteScope write(*file);
+    change(*file);
+    io->setHook(diesAfterFirstPage());
+    EXPECT_NE(errorOf([&] { write.commit(); }), 0);
+    const auto disk = io->afterCrash(MemoryIo::Survives::Everything);
+    auto bytes = disk->contents(kPath);
+    bytes.resize(3 * kPage); // pages 3 to 7 are gone, one of them is in the journal
+    disk->put(kPath, bytes);
+    EXPECT_EQ(allValues(*open(disk)), (std::vector<uint64_t>{100, 101, 102}));
+    EXPECT_EQ(disk->contents(kPath).size(), bytes.size());
+}
+
+// What a commit asks of the disk. A journal whose name may not be durable is never relied on.
+TEST(Crash, FlushesOfACommit) {
+    const auto io = std::make_shared<MemoryIo>();
+    { make(io, 600); }
+    auto file = open(io);
+    size_t flushes = 0, folders = 0;
+    io->setHook([&](const MemoryIo::Step& step) {
+        if (step.op == MemoryIo::Op::Sync) ++flushes;
+        if (step.op == MemoryIo::Op::SyncFolder) ++folders;
+    });
+    const struct {
+        const char* what;
+        bool putUnfinished; // a journal that another left while he made it
+        PageNo pages;
+        size_t flushes, folders;
+    } cases[] = {
+        {"the first makes the journal", false, 1, 3, 1},
+        {"the next takes the retired one", false, 3, 3, 0},
+        {"a long journal is removed", false, 400, 2, 1},
+        {"and is made anew", false, 1, 3, 1},
+        {"an unfinished one is removed and made anew", true, 1, 3, 2},
+    };
+    for (const auto& c : cases) {
+        if (c.putUnfinished) io->patch(kJournal, 0, std::vector<uint8_t>(8));
+        flushes = folders = 0;
+        WriteScope write(*file);
+        for (PageNo no = 0; no < c.pages; ++no)
+            setValue(file->edit(no), 5);
+        write.commit();
+        EXPECT_EQ(flushes, c.flushes) << c.what;
+        EXPECT_EQ(folders, c.folders) << c.what;
+    }
+}
+
 TEST(Crash, StaleJournalIsNotRolledBackIntoANewDatabase) {
     const auto io = std::make_shared<MemoryIo>();
     io->put(kJournal, std::vector<uint8_t>(9000, 1));
     auto file = make(io, 3);
     EXPECT_EQ(allValues(*file), (std::vector<uint64_t>{100, 101, 102}));
-    EXPECT_FALSE(io->exists(kJournal));
+    EXPECT_FALSE(journalWaits(*io));
 }
 
 } // namespace

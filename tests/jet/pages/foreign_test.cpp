@@ -139,6 +139,20 @@ TEST(ForeignEngine, WeAreNotForeignToEachOther) {
 }
 
 // The classic locks of another process, as file servers and emulators take them.
+// Over a network each question for a lock is a message.
+TEST(ForeignEngine, LookingForItCostsFewQuestions) {
+    const auto io = std::make_shared<MemoryIo>();
+    auto file = make(io, 4);
+    std::vector<std::unique_ptr<PageFile>> others;
+    for (int i = 0; i < 9; ++i)
+        others.push_back(open(io));
+    EXPECT_TRUE(write(*file, 1));
+    size_t questions = 0;
+    io->setHook([&](const MemoryIo::Step& step) { questions += step.op == MemoryIo::Op::Lock; });
+    EXPECT_TRUE(write(*file, 2));
+    EXPECT_LT(questions, 100u);
+}
+
 TEST(ForeignEngine, OfAnotherProcessIsSeen) {
     std::string folder = (std::filesystem::temp_directory_path() / "orvan-foreign-XXXXXX").string();
     ASSERT_NE(::mkdtemp(folder.data()), nullptr);

@@ -76,6 +76,23 @@ TEST_F(Sharing, SecondWriterWaitsAndIsRefused) {
     EXPECT_FALSE(reader->inWrite());
 }
 
+TEST_F(Sharing, WhoHasJustWrittenDoesNotWriteAgainBeforeTheOneWhoWaits) {
+    writer->beginWrite();
+    setValue(writer->edit(1), 7);
+    int sleeps = 0, second = -1;
+    io->setHook([&](const MemoryIo::Step& step) {
+        if (step.op != MemoryIo::Op::Sleep || ++sleeps != 3) return;
+        writer->commitWrite();
+        second = errorOf([&] { writer->beginWrite(); });
+    });
+    reader->beginWrite();
+    io->setHook({});
+    EXPECT_EQ(second, code(Err::LockedByOther)) << "the other stood in line";
+    EXPECT_EQ(valueOf(*reader, 1), 7u);
+    reader->rollbackWrite();
+    const WriteScope again(*writer);
+}
+
 TEST_F(Sharing, WritersBuildOnEachOther) {
     for (uint64_t i = 0; i < 20; ++i) {
         PageFile& file = i % 2 == 0 ? *writer : *reader;

@@ -121,6 +121,41 @@ TEST_F(Errors, DeepOrLongStatementsAreAnsweredOrRefused) {
     EXPECT_EQ(outcome(repeated(" ", 5 << 20) + "SELECT 1"), "3075");
 }
 
+// What a statement says once and SQLite must be told several times doubles with each level.
+TEST_F(Errors, MemoryOfAStatementIsBounded) {
+    const auto outcome = [this](const std::string& sql) {
+        try {
+            return rows(sql);
+        } catch (const jet::Error& error) {
+            return std::to_string(error.code());
+        }
+    };
+    std::string between = "1";
+    for (int level = 0; level < 60; ++level)
+        between = "(" + between + " BETWEEN -1 AND 1)";
+    std::string aliases = "SELECT 1 AS a0";
+    for (int level = 1; level <= 7; ++level) {
+        const std::string below = "a" + std::to_string(level - 1);
+        aliases += ", " + below;
+        for (int i = 0; i < 30; ++i)
+            aliases += "+" + below;
+        aliases += " AS a" + std::to_string(level);
+    }
+    const std::string texts = "String(60000000, 'a')";
+    const struct {
+        std::string sql, expected;
+    } cases[] = {
+        {"SELECT ((1 BETWEEN 0 AND 2) BETWEEN -1 AND 0) BETWEEN -1 AND 0", "-1"},
+        {"SELECT " + between, "3075"},
+        {"SELECT 2 AS a, a+a AS b, b+b AS c", "2|4|8"},
+        {aliases, "3075"},
+        {"SELECT Len(" + texts + " & " + texts + " & " + texts + ")", "3047"},
+        {"SELECT Len(Replace(String(1000000, 'x'), 'x', String(900, 'y')))", "6"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(outcome(c.sql), c.expected) << c.sql.substr(0, 200);
+}
+
 // Pieces of the language in any order: refused or run, nothing else.
 TEST_F(Errors, AnyTextIsRefusedOrRuns) {
     const char* pieces[] = {"SELECT ",

@@ -38,7 +38,7 @@ TEST_F(Create, HeaderAndCatalogAreReadBack) {
         options.sortOrder = c.order;
         options.codePage = c.codePage;
         options.password = c.password;
-        Database::create(file(c.name), options);
+        EXPECT_EQ(Database::create(file(c.name), options)->tableNames(jet::TableKinds::All).size(), 4u);
 
         EXPECT_EQ(errorOf([&] { Database::create(file(c.name), options); }), 3204);
         jet::OpenOptions open;

@@ -22,10 +22,11 @@ std::unique_ptr<Database> openIn(const std::shared_ptr<MemoryIo>& io) {
 }
 
 // A small database with rows of every storage kind.
-std::vector<uint8_t> startingBytes() {
+std::vector<uint8_t> startingBytes(uint32_t encodingKey) {
     auto io = std::make_shared<MemoryIo>();
     jet::CreateOptions options;
     options.io = io;
+    options.encodingKey = encodingKey;
     auto database = Database::create(kPath, options);
     database->createTable("T",
                           {field("Id", Type::Long), field("Ad", Type::Text, 20), field("Not", Type::Memo)},
@@ -94,8 +95,10 @@ size_t runStopped(const Case& c, const std::shared_ptr<MemoryIo>& io, Database& 
     return count;
 }
 
-TEST(Interrupted, AFullDiskUndoesTheStatement) {
-    const auto bytes = startingBytes();
+class Interrupted : public testing::TestWithParam<uint32_t> {}; // key that encodes the pages
+
+TEST_P(Interrupted, AFullDiskUndoesTheStatement) {
+    const auto bytes = startingBytes(GetParam());
     for (const Case& c : kCases) {
         SCOPED_TRACE(c.what);
         size_t total = 1;
@@ -120,8 +123,8 @@ TEST(Interrupted, AFullDiskUndoesTheStatement) {
     }
 }
 
-TEST(Interrupted, APowerFailureLeavesOldOrNew) {
-    const auto bytes = startingBytes();
+TEST_P(Interrupted, APowerFailureLeavesOldOrNew) {
+    const auto bytes = startingBytes(GetParam());
     for (const Case& c : kCases) {
         SCOPED_TRACE(c.what);
         auto clean = std::make_shared<MemoryIo>();
@@ -148,6 +151,8 @@ TEST(Interrupted, APowerFailureLeavesOldOrNew) {
         }
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(InClearAndEncoded, Interrupted, testing::Values(0u, 0x7B1D03C4u));
 
 } // namespace
 } // namespace catalog_test

@@ -39,6 +39,66 @@ TEST_F(OtherHandle, SeesEveryStructureChange) {
     EXPECT_EQ(faultsOf(*b), "");
 }
 
+// Values that were typed stay with their fields, by name, whatever others do to the structure meanwhile.
+TEST_F(OtherHandle, ChangesTheStructureUnderAnUnfinishedRecord) {
+    struct Case {
+        const char* what;
+        std::function<void(Database&)> change;
+        int error; // of update()
+        const char *added, *edited;
+    };
+    const auto secondDefault = [] {
+        jet::FieldDef made = field("Z", Type::Text, 5);
+        made.defaultValue = "\"yeni\"";
+        return made;
+    };
+    const Case cases[] = {
+        {"a field more", [&](Database& d) { d.addField("T", secondDefault()); }, 0,
+         "A=(null)|B=b|C=c|Z=yeni|", "A=1|B=b|C=c|Z=(null)|"},
+        {"an unset field less", [](Database& d) { d.dropField("T", "A"); }, 0, "B=b|C=c|", "B=b|C=c|"},
+        {"one goes and one comes",
+         [&](Database& d) {
+             d.dropField("T", "A");
+             d.addField("T", secondDefault());
+         },
+         0, "B=b|C=c|Z=yeni|", "B=b|C=c|Z=(null)|"},
+        {"another order",
+         [](Database& d) {
+             d.setFieldOrder("T", {"C", "B"});
+         },
+         0, "C=c|B=b|A=(null)|", "C=c|B=b|A=1|"},
+        {"a set field less", [](Database& d) { d.dropField("T", "B"); }, 3265, "", ""},
+    };
+    for (const Case& c : cases)
+        for (const bool editing : {false, true}) {
+            SCOPED_TRACE(std::string(c.what) + (editing ? ", editing" : ", adding"));
+            const fs::path path =
+                file(std::string("u") + std::to_string(&c - cases) + (editing ? "e.mdb" : "a.mdb"));
+            auto a = Database::create(path);
+            a->createTable("T",
+                           {field("A", Type::Long), field("B", Type::Text, 5), field("C", Type::Text, 5)});
+            auto b = Database::open(path);
+            jet::Table table = b->openTable("T");
+            if (editing) {
+                table.insert(std::vector<Value>{1, "x", "y"});
+                table.moveFirst();
+                table.edit();
+            } else {
+                table.addNew();
+            }
+            table.set("B", "b");
+            table.set("C", "c");
+            c.change(*a);
+            EXPECT_EQ(errorOf([&] { table.update(); }), c.error);
+            if (c.error == 0)
+                EXPECT_EQ(rowsOf(*a, "T"), (std::vector<std::string>{editing ? c.edited : c.added}));
+            else
+                EXPECT_EQ(rowsOf(*a, "T").size(), editing ? 1u : 0u);
+            table.cancelUpdate();
+            EXPECT_EQ(faultsOf(*b), "");
+        }
+}
+
 TEST_F(OtherHandle, DefinitionsStayWhereTheyAreWhileOnlyRowsChange) {
     auto a = Database::create(file("a.mdb"));
     a->createTable("T", {field("A", Type::Long)});

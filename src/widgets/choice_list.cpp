@@ -33,13 +33,14 @@ MatchKind matchKind(const QString& text, const QString& typed) {
 } // namespace
 
 ChoiceList::ChoiceList(int width, QWidget* parent)
-    : QComboBox(parent), completer_(new QCompleter(this)), matches_(new QStringListModel(this)) {
+    : QComboBox(parent), completer_(new QCompleter(this)), matches_(new QStringListModel(this)),
+      width_(width) {
     setEditable(true);
     setInsertPolicy(NoInsert);
     setFocusPolicy(Qt::StrongFocus);
     setMaxVisibleItems(kVisibleChoices);
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
-    setMinimumWidth(fieldWidth(this, width));
+    setMinimumWidth(leastFieldWidth(this, width));
     completer_->setModel(matches_);
     completer_->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
     completer_->setMaxVisibleItems(kVisibleChoices);
@@ -48,6 +49,8 @@ ChoiceList::ChoiceList(int width, QWidget* parent)
     connect(lineEdit(), &QLineEdit::textEdited, this, &ChoiceList::showMatches);
     connect(this, &QComboBox::activated, this, &ChoiceList::choose);
 }
+
+QSize ChoiceList::sizeHint() const { return {fieldWidth(this, width_), QComboBox::sizeHint().height()}; }
 
 void ChoiceList::setChoices(std::vector<Choice> choices) {
     choices_ = std::move(choices);

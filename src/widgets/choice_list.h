@@ -25,6 +25,8 @@ class ChoiceList : public QComboBox {
     setChoices(std::vector<Choice> choices); // keeps the chosen code while it is still there; emits nothing
     const std::vector<Choice>& choices() const { return choices_; }
 
+    QSize sizeHint() const override;
+
     void setReadOnly(bool readOnly); // can still be entered and copied
 
     QString code() const { return code_; } // empty: nothing chosen
@@ -55,6 +57,7 @@ class ChoiceList : public QComboBox {
     QString code_;
     QCompleter* completer_;
     QStringListModel* matches_;
+    int width_;
     bool readOnly_ = false;
     bool keepsUnknown_ = false; // code_ came from a record and is not in the list
 };

@@ -261,6 +261,8 @@ void EntryForm::wasEdited(const QString& name) {
     checkDirty();
 }
 
+void EntryForm::focusInEvent(QFocusEvent*) { focusFirst(); }
+
 void EntryForm::checkDirty() {
     const bool dirty = isDirty();
     if (dirty == wasDirty_) return;

@@ -105,6 +105,7 @@ class EntryForm : public QWidget {
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override; // on to the first field
 
   private:
     struct Field {

@@ -183,6 +183,8 @@ void FormPages::goOnAfter(const EntryForm* form) {
     (*(at + 1))->focusFirst();
 }
 
+void FormPages::focusInEvent(QFocusEvent*) { focusFirst(); }
+
 void FormPages::checkDirty() {
     const bool dirty = isDirty();
     if (dirty == wasDirty_) return;

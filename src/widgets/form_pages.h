@@ -57,6 +57,7 @@ class FormPages : public QWidget {
 
   protected:
     void hideEvent(QHideEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override; // on to the first field of the page on view
 
   private:
     EntryForm* formOf(const QString& field) const;

@@ -12,11 +12,13 @@
 namespace orvan {
 
 TextEdit::TextEdit(TextEntry entry, int maxLength, int width, QWidget* parent)
-    : QLineEdit(parent), entry_(entry), limit_(maxLength) {
+    : QLineEdit(parent), entry_(entry), limit_(maxLength), width_(width) {
     if (limit_ > 0) setMaxLength(limit_);
-    setMinimumWidth(fieldWidth(this, width));
+    setMinimumWidth(leastFieldWidth(this, width));
     setMaximumWidth(fieldWidth(this, width) * 3 / 2);
 }
+
+QSize TextEdit::sizeHint() const { return {fieldWidth(this, width_), QLineEdit::sizeHint().height()}; }
 
 void TextEdit::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
@@ -97,6 +99,11 @@ int fieldWidth(const QWidget* field, int characters) {
     const QFontMetrics metrics = field->fontMetrics();
     // capital letters are common in names; frame and text margins take about two letters more
     return metrics.horizontalAdvance(u'E') * characters + 2 * metrics.averageCharWidth();
+}
+
+int leastFieldWidth(const QWidget* field, int characters) {
+    constexpr int kNarrow = 24;
+    return fieldWidth(field, std::min(characters, kNarrow));
 }
 
 } // namespace orvan

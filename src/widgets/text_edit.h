@@ -12,11 +12,13 @@ class TextEdit : public QLineEdit {
     Q_OBJECT
 
   public:
-    // maxLength and width in characters; maxLength 0 = no limit.
+    // maxLength and width in characters; maxLength 0 = no limit. Where room is short a wide field gets
+    // narrower.
     TextEdit(TextEntry entry, int maxLength, int width, QWidget* parent = nullptr);
 
     // A loaded text, whole even where it is longer than may be typed.
     void putWhole(const QString& text);
+    QSize sizeHint() const override;
 
   signals:
     void refused(const QString& why); // what was typed or pasted did not fit and was not taken
@@ -33,7 +35,7 @@ class TextEdit : public QLineEdit {
     bool fits(const QString& added);
     void pasteIfFits();
     TextEntry entry_;
-    int limit_;
+    int limit_, width_;
 };
 
 // The key writes something: no command of Ctrl or Alt alone (AltGr arrives as both).
@@ -41,5 +43,7 @@ bool typesText(const QKeyEvent& key);
 
 // Width in pixels of a field that shows `characters` of usual text.
 int fieldWidth(const QWidget* field, int characters);
+// The width a field that wants `characters` keeps where room is short.
+int leastFieldWidth(const QWidget* field, int characters);
 
 } // namespace orvan

@@ -126,6 +126,10 @@ QStringList tabComplaints(QWidget& window) {
         if (goesBack(placeIn(window, from), placeIn(window, to)) && ++rounds > 1)
             complaints << QStringLiteral("Tab goes back from %1 to %2").arg(nameOf(from), nameOf(to));
     }
+    QStringList names;
+    for (const QWidget* control : way)
+        names << control->objectName();
+    if (!complaints.isEmpty()) complaints << QStringLiteral("its way: ") + names.join(QStringLiteral(" "));
     return complaints;
 }
 

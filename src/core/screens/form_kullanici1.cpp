@@ -47,11 +47,11 @@ void Form_Kullanici1::build(UserMemory& memory) {
     users_ = new QListWidget(this);
     users_->setObjectName(QStringLiteral("kullanicilar"));
     users_->setAccessibleName(QStringLiteral("Kullanıcılar"));
+    auto* layout = new QHBoxLayout(this);
+    layout->addLayout(buildUserSide()); // before the rights: Tab goes in the order they are made
     rights_ = new TickList(
         QStringLiteral("haklar"), {{QStringLiteral("ekran"), QStringLiteral("Ekran"), ListKind::Text, 60}},
         {{kEnter, QStringLiteral("Giriş")}, {kWrite, QStringLiteral("Değiştirme")}}, dialogs(), memory, this);
-    auto* layout = new QHBoxLayout(this);
-    layout->addLayout(buildUserSide());
     layout->addLayout(buildRightsSide(), 1);
     setFocusProxy(users_);
     connect(users_, &QListWidget::currentRowChanged, this, [this] { selectUser(); });
@@ -77,11 +77,14 @@ QBoxLayout* Form_Kullanici1::buildUserSide() {
 }
 
 QBoxLayout* Form_Kullanici1::buildRightsSide() {
+    auto *enter = new QVBoxLayout, *write = new QVBoxLayout; // four in a row are too wide for large letters
+    addBulkButton(enter, "girisVer", "Giriş &Haklarını Ver", kEnter, true);
+    addBulkButton(enter, "girisAl", "Giriş Hakla&rını Al", kEnter, false);
+    addBulkButton(write, "yazmaVer", "Değiştir&me Haklarını Ver", kWrite, true);
+    addBulkButton(write, "yazmaAl", "Değiştirme Hakları&nı Al", kWrite, false);
     auto* bulk = new QHBoxLayout;
-    addBulkButton(bulk, "girisVer", "Giriş &Haklarını Ver", kEnter, true);
-    addBulkButton(bulk, "girisAl", "Giriş Hakla&rını Al", kEnter, false);
-    addBulkButton(bulk, "yazmaVer", "Değiştir&me Haklarını Ver", kWrite, true);
-    addBulkButton(bulk, "yazmaAl", "Değiştirme Hakları&nı Al", kWrite, false);
+    bulk->addLayout(enter);
+    bulk->addLayout(write);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
     connect(addButton(buttons, "kaydet", "Kay&det", "İşaretleri kaydeder (Ctrl+S)"), &QPushButton::clicked,

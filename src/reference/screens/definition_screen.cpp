@@ -110,7 +110,12 @@ QHBoxLayout* DefinitionScreen::buildButtons() {
     return buttons_;
 }
 
-void DefinitionScreen::addButton(QPushButton* button) { buttons_->insertWidget(0, button); }
+// Tab reaches it first of all buttons, as it stands before them.
+void DefinitionScreen::addButton(QPushButton* button) {
+    const auto* first = findChild<QPushButton*>(QStringLiteral("yeni"));
+    buttons_->insertWidget(0, button);
+    setTabOrder(first->previousInFocusChain(), button);
+}
 
 void DefinitionScreen::offerVersions() {
     if (list_.group().versions == Versions::None) return;

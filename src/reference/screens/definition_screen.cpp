@@ -110,11 +110,15 @@ QHBoxLayout* DefinitionScreen::buildButtons() {
     return buttons_;
 }
 
-// Tab reaches it first of all buttons, as it stands before them.
+// Tab goes through the buttons as they stand.
 void DefinitionScreen::addButton(QPushButton* button) {
-    const auto* first = findChild<QPushButton*>(QStringLiteral("yeni"));
     buttons_->insertWidget(0, button);
-    setTabOrder(first->previousInFocusChain(), button);
+    QWidget* before = button;
+    for (int i = 1; i < buttons_->count(); ++i)
+        if (QWidget* next = buttons_->itemAt(i)->widget()) {
+            setTabOrder(before, next);
+            before = next;
+        }
 }
 
 void DefinitionScreen::offerVersions() {

@@ -38,7 +38,8 @@ class PageCache {
   private:
     void addFrames();
 
-#ifdef ORVAN_GUARD_PAGES // a block of its own for each page: whoever leaves a page is seen by AddressSanitizer
+#ifdef ORVAN_GUARD_PAGES // a block of its own for each page: whoever leaves a page is seen by
+                         // AddressSanitizer
     static constexpr size_t kSlabFrames = 1;
 #else
     static constexpr size_t kSlabFrames = 32;

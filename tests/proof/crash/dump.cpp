@@ -6,6 +6,8 @@ namespace proof {
 
 namespace {
 
+enum class Places { Shown, Hidden }; // where a row stands
+
 std::string structureOf(const jet::TableDef& def) {
     std::ostringstream out;
     for (const jet::FieldDef& field : def.fields)
@@ -23,12 +25,12 @@ std::string structureOf(const jet::TableDef& def) {
     return out.str();
 }
 
-void appendRows(std::string& out, jet::Database& database, const std::string& name) {
+void appendRows(std::string& out, jet::Database& database, const std::string& name, Places places) {
     jet::Table table = database.openTable(name);
     const jet::TableDef def = table.def();
     out += "  rows " + std::to_string(table.rowCount()) + "\n";
     for (jet::Scan scan = table.scan(); scan.next();) {
-        out += "  " + std::to_string(scan.id().packed());
+        out += "  " + (places == Places::Shown ? std::to_string(scan.id().packed()) : std::string());
         for (size_t i = 0; i < def.fields.size(); ++i) {
             if (def.system && def.fields[i].type == jet::Type::Date) continue;
             const jet::Value value = scan.value(i);
@@ -38,16 +40,21 @@ void appendRows(std::string& out, jet::Database& database, const std::string& na
     }
 }
 
-} // namespace
-
-std::string dumpOf(jet::Database& database) {
+std::string dump(jet::Database& database, jet::TableKinds kinds, Places places) {
     const jet::ReadScope read(database.pages());
     std::string out = "password " + jet::readHeader(database.pages().read(0).bytes()).password + "\n";
-    for (const std::string& name : database.tableNames(jet::TableKinds::All)) {
+    for (const std::string& name : database.tableNames(kinds)) {
         out += "table " + name + "\n" + structureOf(database.tableDef(name));
-        appendRows(out, database, name);
+        appendRows(out, database, name, places);
     }
     return out;
+}
+
+} // namespace
+
+std::string dumpOf(jet::Database& database) { return dump(database, jet::TableKinds::All, Places::Shown); }
+std::string contentOf(jet::Database& database) {
+    return dump(database, jet::TableKinds::User, Places::Hidden);
 }
 
 std::string firstDifference(const std::string& expected, const std::string& found) {

@@ -9,6 +9,8 @@
 namespace proof {
 
 std::string dumpOf(jet::Database& database);
+// The same without the places of rows and the system's tables, which tell the places of tables.
+std::string contentOf(jet::Database& database);
 // The first line in which two dumps differ, for people.
 std::string firstDifference(const std::string& expected, const std::string& found);
 

@@ -59,25 +59,27 @@ void Judge::fault(const std::string& where, const std::string& what) {
     std::fflush(stdout);
 }
 
-Outcome Judge::recognise(const std::string& dump, const std::string& where) {
+Outcome Judge::recognise(jet::Database& database, const std::string& where) {
+    const std::string dump = dumpOf(database);
     if (dump == states_.before) return Outcome::Old;
     if (dump == states_.after) return Outcome::New;
     for (const auto& [finished, part] : states_.parts)
         if (dump == part) return Outcome::Part;
+    if (statement_->compacts() && contentOf(database) == states_.compacted) return Outcome::New;
     fault(where, "neither old nor new; old: " + firstDifference(states_.before, dump) +
                      "; new: " + firstDifference(states_.after, dump));
     return Outcome::Wrong;
 }
 
 Outcome Judge::seenBy(jet::Database& database, const std::string& where) {
-    return recognise(dumpOf(database), where);
+    return recognise(database, where);
 }
 
 Outcome Judge::inFile(Workplace& place, const std::string& where) {
     const std::vector<uint8_t> bytes = place.io()->contents(kDatabase);
     const size_t hash = hashOf(bytes);
     if (const auto found = known_.find(hash); found != known_.end()) return found->second;
-    const Outcome outcome = recognise(dumpOf(place.database()), where);
+    const Outcome outcome = recognise(place.database(), where);
     known_.emplace(hash, outcome);
     if (outcome == Outcome::Old && hash != fileBefore_)
         fault(where, "the old content, but not the old bytes");

@@ -18,7 +18,8 @@ enum class Outcome { Old, New, Part, Wrong };
 // The dumps that a statement may leave; "" = no database.
 struct States {
     std::string before, after;
-    std::vector<uint8_t> fileBefore;     // what is undone is undone to the byte
+    std::string compacted;           // as `after`; a small failure may have put the rows into other places
+    std::vector<uint8_t> fileBefore; // what is undone is undone to the byte
     std::map<size_t, std::string> parts; // a batch left after so many finished statements
 };
 
@@ -52,7 +53,7 @@ class Judge {
     void clearUp(const std::shared_ptr<jet::MemoryIo>& disk);
 
   private:
-    Outcome recognise(const std::string& dump, const std::string& where);
+    Outcome recognise(jet::Database& database, const std::string& where);
     void checkWholly(jet::Database& database, const std::string& where);
     void compareWithPeer(jet::Database& database, const std::vector<uint8_t>& bytes,
                          const std::string& where);

@@ -34,7 +34,7 @@ bool parse(int count, char** words, Options& options) {
     }
     if (options.isShort) {
         options.effort = {.seeds = 1, .everyFault = false, .hotJournals = 1};
-        options.scale = {.rows = 60, .batchRows = 120};
+        options.scale = {.rows = 60, .batchRows = 120, .copyBytes = 300 << 10};
     }
     if (seeds != 0) options.effort.seeds = seeds;
     return true;

@@ -41,6 +41,7 @@ void Trial::learn() {
         reads_ = course.reads;
         if (!place.isOpen()) place.open();
         states.after = dumpOf(place.database());
+        states.compacted = contentOf(place.database());
     }
     judge_.begin(statement_, std::move(states), disk_->contents(kSource));
     judge_.figures().operations = operations_.size();

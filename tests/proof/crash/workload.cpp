@@ -310,11 +310,11 @@ std::vector<Statement> batchStatements(int first, int rows) {
     };
 }
 
-std::vector<Statement> compactions() {
-    const auto small = [](const Workplace& w) {
+std::vector<Statement> compactions(size_t memory) {
+    const auto small = [memory](const Workplace& w) {
         jet::CopyOptions options;
         options.io = w.io();
-        options.memoryBytes = 400 << 10; // brings pages to the disk on the way
+        options.memoryBytes = memory;
         return options;
     };
     return {
@@ -346,7 +346,7 @@ Workload makeWorkload(const Scale& scale) {
         {"create database", [](Workplace& w) { w.create("ilk"); }, 0, Statement::Kind::Creates});
     append(made.statements, rowStatements(row));
     append(made.statements, structureStatements());
-    append(made.statements, compactions());
+    append(made.statements, compactions(scale.copyBytes));
     append(made.statements, batchStatements(row + 100, scale.batchRows));
     for (size_t i = 0; i < made.statements.size(); ++i)
         made.statements[i].commitsBefore = i % 3 != 0;

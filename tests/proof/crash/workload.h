@@ -65,6 +65,7 @@ struct Statement {
 
 struct Scale {
     int rows = 300, batchRows = 1000;
+    size_t copyBytes = 1 << 20; // memory of a compaction: more than that goes to the disk on the way
 };
 
 // The files of a disk with the filled database on it; the statements are to run on it one after the other.

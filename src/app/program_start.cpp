@@ -35,10 +35,10 @@ void ProgramStart::setRegionalFormats() { orvan::setRegionalFormats(); }
 void ProgramStart::showSplash() {
     splash_->show();
     QApplication::processEvents(); // painted before the work begins
+    placeOwnFiles(folder_, QApplication::applicationDirPath());
 }
 
 void ProgramStart::showMainWindow() {
-    placeOwnFiles(folder_, QApplication::applicationDirPath());
     QApplication::processEvents();
     window_->showInPlace();
     splash_->finish(window_);

@@ -12,7 +12,6 @@
 namespace orvan {
 namespace {
 
-constexpr auto kConstantsFile = "\\Data\\Sabit.mdb";
 constexpr auto kWorkplacesFile = "\\Data\\Isletme.mdb";
 constexpr auto kCoordinatorsFile = "\\Data\\Koord.mdb";
 

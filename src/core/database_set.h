@@ -73,6 +73,7 @@ class DatabaseSet {
     Opened opened_;
 };
 
+inline constexpr auto kConstantsFile = "\\Data\\Sabit.mdb";
 // Opens \Data\Sabit.mdb alone (copied from its template when missing): for the login, which comes before
 // Connect.
 std::unique_ptr<Connection> openConstants(const ProgramFolder& folder, const Session& session);

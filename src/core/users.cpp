@@ -85,6 +85,15 @@ SignIn signIn(const ProgramFolder& folder, Session& session, Dialogs& dialogs, c
     return result.outcome;
 }
 
+bool awaitsFirstUser(const ProgramFolder& folder, const Session& session) {
+    try {
+        if (!folder.exists(QLatin1String(kConstantsFile))) return true;
+        return openConstants(folder, session)->database().openTable(kTable).rowCount() == 0;
+    } catch (const jet::Error&) {
+        return false; // the sign-in will say what is wrong with the file
+    }
+}
+
 QString userNameFault(const QString& name) {
     if (name.isEmpty()) return QStringLiteral("Lütfen Kullanıcı Adını Giriniz !");
     const QString tooLong = lengthFault(QStringLiteral("Kullanıcı adı"), name, kName);

@@ -23,6 +23,9 @@ SignInResult checkSignIn(jet::Database& constants, const QString& name, const QS
 SignIn signIn(const ProgramFolder& folder, Session& session, Dialogs& dialogs, const QString& name,
               const QString& password);
 
+// The installation is new: no constants database yet, or no user in it. False when it cannot be read.
+bool awaitsFirstUser(const ProgramFolder& folder, const Session& session);
+
 // --- rights
 struct Rights {
     bool enter = false; // GirisHakki

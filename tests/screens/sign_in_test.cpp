@@ -60,6 +60,26 @@ TEST_F(ProgramTest, ASwitchedOffSignInSaysSo) {
     EXPECT_FALSE(window->beginSession());
 }
 
+TEST_F(ProgramTest, ANewInstallationSaysThatTheTypedOneBecomesItsFirstUser) {
+    const auto sayOnBox = [&](const QString& part) {
+        OnBox box([&](QWidget& login) {
+            EXPECT_TRUE(find<QLabel>(login, "aciklama")->text().contains(part))
+                << find<QLabel>(login, "aciklama")->text().toStdString();
+            press(Qt::Key_Escape);
+        });
+        EXPECT_FALSE(window->beginSession());
+    };
+    sayOnBox("kullanıcı adınızı ve şifrenizi");
+    {
+        const auto constants = orvan::openConstants(centre.folder, centre.session);
+        constants->sql().execute("DELETE * FROM Kullanici");
+    }
+    sayOnBox("henüz kullanıcı yok");
+    QFile::remove(centre.path("\\Data\\Sabit.mdb"));
+    sayOnBox("henüz kullanıcı yok");
+    EXPECT_FALSE(QFile::exists(centre.path("\\Data\\Sabit.mdb"))) << "asking makes nothing";
+}
+
 TEST_F(ProgramTest, TheLastUserIsOfferedNextTime) {
     signIn();
     window.reset();

@@ -48,8 +48,13 @@ LoginDialog::LoginDialog(const ProgramFolder& folder, Session& session, Dialogs&
     auto* enter = addButton(buttons, "girisYap", QStringLiteral("&Giriş"), QDialogButtonBox::AcceptRole);
     addButton(buttons, "cikis", QStringLiteral("&Çıkış"), QDialogButtonBox::RejectRole);
     enter->setDefault(true);
-    auto* heading =
-        new QLabel(QStringLiteral("Programa girmek için kullanıcı adınızı ve şifrenizi yazınız."), this);
+    const bool first = awaitsFirstUser(folder, session);
+    auto* heading = new QLabel(
+        first ? QStringLiteral("Bu kurumda henüz kullanıcı yok.\nYazacağınız ad ve şifre, tüm haklara sahip\n"
+                               "ilk kullanıcının olur.")
+              : QStringLiteral("Programa girmek için kullanıcı adınızı ve şifrenizi yazınız."),
+        this);
+    heading->setObjectName(QStringLiteral("aciklama"));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(heading);
     layout->addLayout(fields);
@@ -58,7 +63,7 @@ LoginDialog::LoginDialog(const ProgramFolder& folder, Session& session, Dialogs&
     connect(buttons, &QDialogButtonBox::accepted, this, &LoginDialog::trySignIn);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
-    name_->setText(memory_.value(kLastUser).toString());
+    if (!first) name_->setText(memory_.value(kLastUser).toString());
     (name_->text().isEmpty() ? name_ : password_)->setFocus();
 }
 

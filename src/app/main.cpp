@@ -51,6 +51,7 @@ int runShots(MDIFormORVAN& window, const Program& program, const QString& folder
     window.resize(1024, 768);
     window.show();
     program.databases.connect();
+    program.host.maintain();
     window.sessionReady();
     for (const QString& file : takeShots(window, program, folder))
         std::printf("%s\n", qPrintable(file));

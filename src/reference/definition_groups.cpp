@@ -16,7 +16,7 @@ constexpr const char* kFixedStates[] = {"ADAY ÇIRAK", "BİTİRME", "DIŞARDAN",
 
 constexpr Use kArticleUses[] = {
     {kLevel, "OgrenciBilgisi", "Ogr_Kanun_Maddesi", Use::Either, nullptr, "öğrenci"}};
-constexpr const char* kFixedArticles[] = {"16.madde"};
+constexpr const char* kFixedArticles[] = {"16.madde", "29"};
 
 constexpr Use kPracticeUses[] = {
     {kLevel, "OgrenciBilgisi", "Ogr_Pratik_EgitimYeri", Use::Either, nullptr, "öğrenci"}};

@@ -24,7 +24,9 @@ FirstRows firstDefinitions() {
     };
     for (const auto& row : states)
         first.rows.push_back(definition("Donem", row[0], row[1]));
+    // The two articles that rules know by the text stored with the student.
     first.rows.push_back(definition("KanunMd.", "16", "16.madde"));
+    first.rows.push_back(definition("KanunMd.", "29", "29"));
     return first;
 }
 

@@ -248,7 +248,7 @@ TEST_F(DefinitionScreensTest, EachWindowOpensWithItsOwnList) {
     const struct {
         const char *command, *window;
         size_t rows;
-    } cases[] = {{"DonemBilgileri", "FrmDonem", 13},      {"KanunMaddeleri", "frmKanunMaddesi", 1},
+    } cases[] = {{"DonemBilgileri", "FrmDonem", 13},      {"KanunMaddeleri", "frmKanunMaddesi", 2},
                  {"PratikEgitim", "frmPratikEgitim", 0},  {"OgrenimDurum", "frmOgrenimDurum", 22},
                  {"MeslekOdalari", "frmMeslek_Odasi", 0}, {"IsletmeSemt", "frmSemt", 0},
                  {"AnaMeslek", "frmAnaMeslek", 0},        {"Meslekler", "frmMeslekler", 2}};

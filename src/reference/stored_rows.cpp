@@ -100,7 +100,7 @@ StoredRow StoredRows::add(const FieldTexts& values) {
 }
 
 // False: the row is no longer as it was seen.
-bool StoredRows::writeOver(const StoredRow& seen, const FieldTexts& changed) {
+bool StoredRows::writeFields(const StoredRow& seen, const FieldTexts& changed) {
     jet::Table table = database_.openTable(table_.name);
     try {
         table.goTo(seen.id);
@@ -115,6 +115,17 @@ bool StoredRows::writeOver(const StoredRow& seen, const FieldTexts& changed) {
         if (error.number() != jet::Err::DataChanged && error.number() != jet::Err::NoCurrentRecord) throw;
         return false;
     }
+}
+
+bool StoredRows::writeOver(const StoredRow& seen, const FieldTexts& changed,
+                           const std::function<void()>& also) {
+    if (!also) return writeFields(seen, changed);
+    database_.requireWritable();
+    jet::WriteScope scope(database_.pages());
+    if (!writeFields(seen, changed)) return false;
+    also();
+    scope.commit();
+    return true;
 }
 
 bool StoredRows::asksForMine(const FieldTexts& before, const FieldTexts& theirs, const FieldTexts& changed,
@@ -136,7 +147,8 @@ bool StoredRows::asksForMine(const FieldTexts& before, const FieldTexts& theirs,
     return chosen == 0;
 }
 
-RowChange StoredRows::change(StoredRow& row, const FieldTexts& wanted, Clash clash, Dialogs& dialogs) {
+RowChange StoredRows::change(StoredRow& row, const FieldTexts& wanted, Clash clash, Dialogs& dialogs,
+                             const std::function<void()>& also) {
     const FieldTexts changed = changedTexts(row.values, wanted);
     for (;;) {
         const auto fresh = now(row);
@@ -149,7 +161,7 @@ RowChange StoredRows::change(StoredRow& row, const FieldTexts& wanted, Clash cla
         const bool mine = theirs.empty() || asksForMine(row.values, theirs, changed, dialogs);
         row = *fresh;
         if (!mine) return RowChange::Kept;
-        if (!writeOver(row, changed)) continue;
+        if (!writeOver(row, changed, also)) continue;
         for (const auto& [name, text] : changed)
             row.values[name] = text;
         return RowChange::Saved;

@@ -2,6 +2,8 @@
 #include "app/registry.h"
 
 #include "core/screens/form_kullanici1.h"
+#include "records/bulk_commands.h"
+#include "records/screens/bulk_edit_screen.h"
 #include "records/screens/hizli_ogrenci_kayit.h"
 #include "records/screens/ogrenci_listesi.h"
 #include "reference/screens/definition_windows.h"
@@ -31,6 +33,16 @@ void addTitled(ScreenRegistry& registry, const char* key, Parts&... parts) {
     });
 }
 
+// One window per declared bulk edit.
+void addBulkEdits(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
+                  const Clock& clock) {
+    for (const BulkCommand& command : bulkCommands())
+        registry.add(QString::fromUtf8(command.key), QString::fromUtf8(command.window), [&]() -> QWidget* {
+            return new BulkEditScreen(command, registry.find(QString::fromUtf8(command.key))->title,
+                                      databases, dialogs, memory, clock);
+        });
+}
+
 } // namespace
 
 void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
@@ -49,6 +61,7 @@ void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& 
     addTitled<frmAnaMeslek>(registry, "AnaMeslek", databases, dialogs, memory);
     addTitled<frmMeslekler>(registry, "Meslekler", databases, dialogs, memory);
     add<Form_Kullanici1>(registry, "Kullanici", databases, dialogs, memory);
+    addBulkEdits(registry, databases, dialogs, memory, clock);
 }
 
 } // namespace orvan

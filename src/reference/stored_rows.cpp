@@ -36,7 +36,7 @@ const FieldDeclaration& StoredRows::field(const QString& name) const {
     return *found;
 }
 
-StoredRow StoredRows::read(jet::Table& table, const jet::Scan& scan) const {
+StoredRow StoredRows::readRow(jet::Table& table, const jet::Scan& scan) const {
     StoredRow row;
     row.id = scan.id();
     for (const QString& name : fields_)
@@ -49,20 +49,34 @@ std::vector<StoredRow> StoredRows::all() {
     jet::Table table = database_.openTable(table_.name);
     const jet::ReadScope scope(database_.pages());
     for (jet::Scan scan = table.scan(); scan.next();)
-        rows.push_back(read(table, scan));
+        rows.push_back(readRow(table, scan));
     return rows;
 }
 
 std::vector<StoredRow> StoredRows::having(const std::string& index, const std::string& field,
                                           const QString& value) {
+    return having(index, {{fromUtf8(field), value}});
+}
+
+std::vector<StoredRow> StoredRows::having(const std::string& index,
+                                          const std::vector<std::pair<QString, QString>>& key) {
     std::vector<StoredRow> rows;
     jet::Table table = database_.openTable(table_.name);
     const jet::ReadScope scope(database_.pages());
-    const jet::KeyRange range{{textValue(value)}, {textValue(value)}};
-    const size_t place = placeOf(table, field);
+    jet::KeyRange range;
+    std::vector<size_t> places;
+    for (const auto& [name, value] : key) {
+        range.lower.push_back(fieldValue(field(name), value));
+        places.push_back(placeOf(table, utf8(name)));
+    }
+    range.upper = range.lower;
     for (jet::Scan scan = table.def().findIndex(index) ? table.scan(index, range) : table.scan();
-         scan.next();)
-        if (trimmedText(scan.value(place)) == value) rows.push_back(read(table, scan));
+         scan.next();) {
+        bool same = true;
+        for (size_t i = 0; same && i < key.size(); ++i)
+            same = fieldText(scan.value(places[i])) == key[i].second;
+        if (same) rows.push_back(readRow(table, scan));
+    }
     return rows;
 }
 
@@ -72,18 +86,23 @@ bool StoredRows::isSameRow(const FieldTexts& a, const FieldTexts& b) const {
     return true;
 }
 
-std::optional<StoredRow> StoredRows::now(const StoredRow& row) {
+std::optional<StoredRow> StoredRows::read(jet::RowId id) {
     jet::Table table = database_.openTable(table_.name);
-    StoredRow fresh{row.id, {}};
+    StoredRow row{id, {}};
     try {
-        const std::vector<jet::Value> values = table.read(row.id);
+        const std::vector<jet::Value> values = table.read(id);
         for (const QString& name : fields_)
-            fresh.values[name] = fieldText(values[placeOf(table, utf8(name))]);
+            row.values[name] = fieldText(values[placeOf(table, utf8(name))]);
     } catch (const jet::Error& error) {
         if (error.number() != jet::Err::NoCurrentRecord) throw;
         return std::nullopt;
     }
-    if (!isSameRow(row.values, fresh.values)) return std::nullopt;
+    return row;
+}
+
+std::optional<StoredRow> StoredRows::now(const StoredRow& row) {
+    auto fresh = read(row.id);
+    if (!fresh || !isSameRow(row.values, fresh->values)) return std::nullopt;
     return fresh;
 }
 

@@ -193,8 +193,8 @@ std::optional<RegistrationResult> Registration::checkIdentityNumber(const Regist
 // save would bring such a pair about.
 std::optional<RegistrationResult> Registration::checkSameStudent(const RegistrationForm& form) {
     const QString number = form.text("Ogr_Numarasi");
-    if (form.stored.isNew() && number != form.proposed.studentNo &&
-        others_.hasNumber(number, form.text("DersID")))
+    const bool newPair = form.stored.isNew() ? number != form.proposed.studentNo : edited(form, {"DersID"});
+    if (newPair && others_.hasNumber(number, form.text("DersID")))
         return refuse(sameNumberText(number), "Ogr_Numarasi", QStringLiteral("Bu numara kayıtlı."));
     if (!form.stored.isNew() && !edited(form, {"Ogr_Adi", "Ogr_Soyadi", "Ogr_MeslekKod"}))
         return std::nullopt;

@@ -14,15 +14,6 @@ QString textOf(const FieldTexts& student, const char* field) {
     return found == student.end() ? QString() : trimBlanks(found->second);
 }
 
-// The number after this one: its trailing digits plus one, at their width.
-QString following(const QString& number) {
-    qsizetype digits = 0;
-    while (digits < number.size() && number[number.size() - 1 - digits].isDigit() && digits < 15)
-        ++digits;
-    const QString serial = QString::number(number.right(digits).toLongLong() + 1);
-    return number.left(number.size() - digits) + serial.rightJustified(digits, QLatin1Char('0'));
-}
-
 } // namespace
 
 QString workDatesFault(const FieldTexts& student) {
@@ -117,11 +108,8 @@ bool OtherStudents::hasRegistrationNo(int registrationNo) {
 }
 
 StudentNumbers OtherStudents::freeNumbers(const Profession& profession) {
-    StudentNumbers numbers = nextNumbers(databases_.level().sql(), profession.code,
-                                         numberingOptions(databases_.constants().sql()));
-    while (hasNumber(numbers.studentNo, QString::number(profession.version)))
-        numbers.studentNo = following(numbers.studentNo);
-    return numbers;
+    return nextNumbers(databases_.level().sql(), profession.code,
+                       numberingOptions(databases_.constants().sql()));
 }
 
 QString identityTakenText(const QString& identityNo, const StudentRecord& holder) {

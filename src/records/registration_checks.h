@@ -33,8 +33,7 @@ class OtherStudents {
     bool namesakeInOtherProfession(const FieldTexts& student);
     bool hasNumber(const QString& number, const QString& curriculum); // number and curriculum
     bool hasRegistrationNo(int registrationNo);
-    // The next numbers of the profession; a student number that somebody of another profession holds is
-    // passed over (codes longer than four characters may share their beginning).
+    // The next numbers of the profession.
     StudentNumbers freeNumbers(const Profession& profession);
 
   private:

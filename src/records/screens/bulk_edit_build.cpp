@@ -93,7 +93,8 @@ void BulkEditScreen::buildTicks(QBoxLayout* layout, UserMemory& memory) {
                            {QStringLiteral("sinif"), QStringLiteral("Sınıf"), ListKind::Text, 8},
                            {QStringLiteral("donem"), QStringLiteral("Dönem"), ListKind::Text, 9},
                            {QStringLiteral("deger"), QStringLiteral("Şimdiki Değer"), ListKind::Text, 26}},
-                          {{QStringLiteral("secili"), QStringLiteral("Seçili")}}, dialogs(), memory, this);
+                          {{QStringLiteral("secili"), QStringLiteral("Seçili")}}, dialogs(), memory,
+                          layout->parentWidget());
     ticks_->setTitle(windowTitle().remove(QStringLiteral("[*]")));
     ticks_->setEmptyText(QStringLiteral("Bu seçime uyan öğrenci yok."));
     layout->addWidget(ticks_, 1);
@@ -112,12 +113,13 @@ std::vector<Choice> BulkEditScreen::valuesOf(const BulkField& field) {
 
 // The field, where there are several, and the editor of the chosen one.
 QBoxLayout* BulkEditScreen::buildValueLine() {
-    auto* line = new QHBoxLayout;
+    auto* line = new QVBoxLayout; // side by side they are too wide for a small screen
+    line->setSpacing(0);
     const auto& fields = edit_.command().fields;
     if (fields.size() > 1) {
         const FormField about[] = {
-            {QStringLiteral("alan"), QStringLiteral("Değişecek &alan:"), FieldKind::Choice, 0, 24}};
-        fieldForm_ = new EntryForm(about, this);
+            {QStringLiteral("alan"), QStringLiteral("&Hangi bilgi:"), FieldKind::Choice, 0, 24}};
+        fieldForm_ = new EntryForm(about, ticks_->parentWidget());
         std::vector<Choice> choices;
         for (const BulkField& field : fields)
             choices.push_back({QString::fromLatin1(field.name), edit_.label(field)});
@@ -125,7 +127,7 @@ QBoxLayout* BulkEditScreen::buildValueLine() {
         fieldForm_->setValue(about[0].name, QString::fromLatin1(fields.front().name));
         line->addWidget(fieldForm_);
     }
-    values_ = new QStackedWidget(this);
+    values_ = new QStackedWidget(ticks_->parentWidget());
     for (const BulkField& field : fields) {
         const QString name = QString::fromLatin1(field.name);
         const int width = edit_.width(field);
@@ -170,7 +172,7 @@ void BulkEditScreen::buildGrid(QBoxLayout* layout, UserMemory& memory) {
         columns.push_back(std::move(column));
     }
     grid_ = new EditGrid(QStringLiteral("hucreler-") + QLatin1String(edit_.command().key), std::move(columns),
-                         dialogs(), memory, this);
+                         dialogs(), memory, layout->parentWidget());
     grid_->setTitle(windowTitle().remove(QStringLiteral("[*]")));
     grid_->setEmptyText(QStringLiteral("Bu seçime uyan öğrenci yok."));
     grid_->setPinnedColumns(3);

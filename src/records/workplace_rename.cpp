@@ -3,7 +3,6 @@
 
 #include "core/values.h"
 
-#include <algorithm>
 #include <QFileInfo>
 
 namespace orvan {
@@ -65,11 +64,6 @@ void WorkplaceRename::write(const WorkplaceIdentity& now) {
         scopes[i]->commit();
         files_[i].committed = true;
     }
-}
-
-bool WorkplaceRename::somethingStands() const {
-    return std::any_of(files_.begin(), files_.end(),
-                       [](const File& file) { return file.committed && file.students + file.histories > 0; });
 }
 
 } // namespace orvan

@@ -15,14 +15,15 @@ struct WorkplaceIdentity {
     bool operator==(const WorkplaceIdentity&) const = default;
 };
 
+// What became of one level's file.
+struct CarriedFile {
+    QString name; // "KALFA.MDB"
+    size_t students = 0, histories = 0;
+    bool committed = false;
+};
+
 class WorkplaceRename {
   public:
-    struct File {
-        QString name; // "KALFA.MDB"
-        size_t students = 0, histories = 0;
-        bool committed = false;
-    };
-
     // Opens \Data\KALFA.MDB and \Data\USTA.MDB; the one that is the open level database is used as it is.
     // Throws jet::Error. `databases` must outlive it.
     WorkplaceRename(DatabaseSet& databases, QString oldName);
@@ -32,15 +33,14 @@ class WorkplaceRename {
     // Throws jet::Error; files() holds what stands.
     void write(const WorkplaceIdentity& now);
 
-    const std::vector<File>& files() const { return files_; }
-    bool somethingStands() const;
+    const std::vector<CarriedFile>& files() const { return files_; }
 
   private:
     void change(size_t place, const WorkplaceIdentity& now);
 
     std::vector<std::unique_ptr<Connection>> own_;
     std::vector<Connection*> levels_; // in the order of files_
-    std::vector<File> files_;
+    std::vector<CarriedFile> files_;
     QString oldName_;
 };
 

@@ -221,16 +221,17 @@ bool Workplaces::acceptsRename(WorkplaceRename& rename, const QString& oldName) 
 
 SaveOutcome Workplaces::change(StoredRow& row, const FieldTexts& wanted, bool& gone) {
     const WorkplaceIdentity before = identityOf(row.values);
-    std::unique_ptr<WorkplaceRename> rename;
+    const bool carries = identityOf(wanted) != before;
+    std::optional<WorkplaceRename> rename;
     std::function<void()> carry;
-    if (identityOf(wanted) != before) {
-        rename = std::make_unique<WorkplaceRename>(databases_, before.name);
-        if (!acceptsRename(*rename, before.name))
-            return SaveOutcome::refused(kName, QStringLiteral("Kaydedilmedi: işletmenin adı veya adresi, "
-                                                              "öğrencilerdekiyle birlikte değişir."));
-        carry = [&] { rename->write(identityOf(stored().read(row.id)->values)); };
-    }
     try {
+        if (carries) {
+            rename.emplace(databases_, before.name);
+            if (!acceptsRename(*rename, before.name))
+                return SaveOutcome::refused(kName, QStringLiteral("Kaydedilmedi: işletmenin adı veya adresi, "
+                                                                  "öğrencilerdekiyle birlikte değişir."));
+            carry = [&] { rename->write(identityOf(stored().read(row.id)->values)); };
+        }
         switch (stored().change(row, wanted, Clash::AnyField, dialogs_, carry)) {
         case RowChange::Saved: return SaveOutcome::done();
         case RowChange::Kept: return {};
@@ -240,29 +241,28 @@ SaveOutcome Workplaces::change(StoredRow& row, const FieldTexts& wanted, bool& g
         if (error.number() == jet::Err::DuplicateKey) // taken since it was looked up
             return SaveOutcome::refused(
                 kName, QStringLiteral("“%1” adıyla bir işletme zaten kayıtlı.").arg(textOf(wanted, kName)));
-        if (!rename) throw;
-        reportFailure(*rename, error);
+        if (!carries) throw;
+        reportFailure(rename ? rename->files() : std::vector<CarriedFile>(), error);
     }
     return {};
 }
 
-void Workplaces::reportFailure(const WorkplaceRename& rename, const jet::Error& error) {
+void Workplaces::reportFailure(const std::vector<CarriedFile>& files, const jet::Error& error) {
     QString text = QStringLiteral("İşletme bilgileri kaydedilemedi.\n%1\n\n").arg(errorText(error));
-    if (rename.somethingStands()) {
-        for (const WorkplaceRename::File& file : rename.files())
-            text += file.committed
-                        ? QStringLiteral("%1: %2 öğrencide ve %3 önceki işyeri satırında değiştirildi.\n")
-                              .arg(file.name)
-                              .arg(file.students)
-                              .arg(file.histories)
-                        : QStringLiteral("%1: hiçbir kayıt değiştirilmedi.\n").arg(file.name);
-        text +=
-            QStringLiteral("İşletmenin kendi kaydı: değiştirilmedi.\n\n"
-                           "Yazdıklarınız ekranda duruyor. Hatanın nedeni giderilince yeniden kaydediniz: "
-                           "kalan kayıtlar da değişir.");
-    } else {
-        text += QStringLiteral("Hiçbir kayıt değiştirilmedi; yazdıklarınız ekranda duruyor.");
-    }
+    const bool somethingStands = std::any_of(files.begin(), files.end(), [](const CarriedFile& file) {
+        return file.committed && file.students + file.histories > 0;
+    });
+    for (const CarriedFile& file : somethingStands ? files : std::vector<CarriedFile>())
+        text += file.committed
+                    ? QStringLiteral("%1: %2 öğrencide ve %3 önceki işyeri satırında değiştirildi.\n")
+                          .arg(file.name)
+                          .arg(file.students)
+                          .arg(file.histories)
+                    : QStringLiteral("%1: hiçbir kayıt değiştirilmedi.\n").arg(file.name);
+    text += somethingStands
+                ? QStringLiteral("İşletmenin kendi kaydı: değiştirilmedi.\n\nYazdıklarınız ekranda duruyor. "
+                                 "Hatanın nedeni giderilince yeniden kaydediniz: kalan kayıtlar da değişir.")
+                : QStringLiteral("Hiçbir kayıt değiştirilmedi; yazdıklarınız ekranda duruyor.");
     dialogs_.message(text, kWarning, Icon::Critical);
 }
 

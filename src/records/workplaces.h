@@ -38,6 +38,7 @@ struct District {
 enum class SaveQuestion { Ask, AlreadyAsked };
 
 class WorkplaceRename;
+struct CarriedFile;
 
 class Workplaces {
   public:
@@ -81,7 +82,7 @@ class Workplaces {
     SaveOutcome write(std::optional<StoredRow>& row, const FieldTexts& wanted);
     SaveOutcome change(StoredRow& row, const FieldTexts& wanted, bool& gone);
     SaveOutcome add(std::optional<StoredRow>& row, const FieldTexts& wanted);
-    void reportFailure(const WorkplaceRename& rename, const jet::Error& error);
+    void reportFailure(const std::vector<CarriedFile>& files, const jet::Error& error);
 
     DatabaseSet& databases_;
     Dialogs& dialogs_;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "core/database_set.h"
+#include "records/registration_choices.h"
 #include "reference/stored_rows.h"
 
 #include <QDate>
@@ -17,11 +18,6 @@ enum class BulkInput {
 };
 enum class BulkEditor { Text, Code, Date, Choice, YesNo };
 
-struct BulkChoice {
-    QString value; // as it is stored, or what BulkField::derive understands
-    QString text;  // shown
-};
-
 // What is wrong with the student as he will be, as a sentence; empty: nothing. `student` holds the command's
 // fields and those of alsoRead.
 using BulkCheck = QString (*)(const FieldTexts& student, QDate today);
@@ -29,9 +25,11 @@ using BulkCheck = QString (*)(const FieldTexts& student, QDate today);
 struct BulkField {
     const char* name; // of OgrenciBilgisi; label and width are those of its declaration
     BulkEditor editor = BulkEditor::Text;
-    std::vector<BulkChoice> (*choices)(DatabaseSet& databases) = nullptr; // Choice only
-    BulkCheck refusal = nullptr;                                          // the value is not written
-    BulkCheck warning = nullptr;                                          // it is, but the person should look
+    // Of a Choice that offers more or other values than the registration forms do; a code may be one that
+    // only `derive` understands.
+    std::vector<FormChoice> (*choices)(DatabaseSet& databases) = nullptr;
+    BulkCheck refusal = nullptr; // the value is not written
+    BulkCheck warning = nullptr; // it is, but the person should look
     // The value that a choice means for this student; gives a refusal when it means none. Null: the choice.
     QString (*derive)(const FieldTexts& student, const QString& choice, QString& refusal) = nullptr;
     bool unique = false; // no two students hold the same value

@@ -145,8 +145,10 @@ const FieldDeclaration& BulkEdit::declaration(const BulkField& field) const {
 QString BulkEdit::label(const BulkField& field) const { return fromUtf8(declaration(field).label); }
 int BulkEdit::width(const BulkField& field) const { return declaration(field).width; }
 
-std::vector<BulkChoice> BulkEdit::choices(const BulkField& field) {
-    return field.choices ? field.choices(databases_) : std::vector<BulkChoice>{};
+std::vector<FormChoice> BulkEdit::choices(const BulkField& field) {
+    if (field.choices) return field.choices(databases_);
+    if (field.editor != BulkEditor::Choice) return {};
+    return choicesOf(databases_, QString::fromLatin1(field.name));
 }
 
 QStringList BulkEdit::inUse(const BulkField& field) {
@@ -162,8 +164,8 @@ QString BulkEdit::shown(const BulkField& field, const QString& stored) {
     const QString name = QString::fromLatin1(field.name);
     if (field.editor == BulkEditor::Choice && !choices_.contains(name)) choices_[name] = choices(field);
     if (field.editor == BulkEditor::Choice)
-        for (const BulkChoice& choice : choices_[name])
-            if (choice.value == stored) return choice.text;
+        for (const FormChoice& choice : choices_[name])
+            if (choice.code == stored) return choice.text;
     return stored;
 }
 
@@ -179,8 +181,7 @@ QString BulkEdit::valueOf(const BulkField& field, const QString& typed, QString&
         const QString name = QString::fromLatin1(field.name);
         if (!choices_.contains(name)) choices_[name] = choices(field);
         const auto& allowed = choices_[name];
-        if (std::none_of(allowed.begin(), allowed.end(),
-                         [&](const BulkChoice& c) { return c.value == text; }))
+        if (std::none_of(allowed.begin(), allowed.end(), [&](const FormChoice& c) { return c.code == text; }))
             refusal = QStringLiteral("“%1” seçilebilecek değerler arasında yok.").arg(text);
     }
     if (refusal.isEmpty()) refusal = fieldProblem(declaration(field), text);

@@ -56,7 +56,7 @@ class BulkEdit {
     QStringList classes();
     std::vector<StoredRow> students(const BulkSelection& selection); // by number
 
-    std::vector<BulkChoice> choices(const BulkField& field); // empty for a field that is no Choice
+    std::vector<FormChoice> choices(const BulkField& field); // empty for a field that is no Choice
     QString label(const BulkField& field) const;
     int width(const BulkField& field) const;                      // characters
     QString shown(const BulkField& field, const QString& stored); // what a person reads for it
@@ -90,7 +90,7 @@ class BulkEdit {
     DatabaseSet& databases_;
     Dialogs& dialogs_;
     const Clock& clock_;
-    std::map<QString, std::vector<BulkChoice>> choices_; // by field, read once per preview or run
+    std::map<QString, std::vector<FormChoice>> choices_; // by field, read once per preview or run
 };
 
 // Students of whom something can be written, and those of whom something cannot.

@@ -343,7 +343,7 @@ TEST_F(BulkEditTest, EveryDeclaredFieldTakesOneOfItsValuesInOneRun) {
             const auto choices = rule.choices(field);
             EXPECT_EQ(choices.empty(), field.editor != BulkEditor::Choice);
             EXPECT_FALSE(rule.label(field).isEmpty());
-            const QString value = !choices.empty()                    ? choices.back().value
+            const QString value = !choices.empty()                    ? choices.back().code
                                   : field.editor == BulkEditor::Date  ? QStringLiteral("12.09.2008")
                                   : field.editor == BulkEditor::YesNo ? QStringLiteral("1")
                                   : field.unique                      ? completeIdentityNumber("123456789")

@@ -44,10 +44,10 @@ CellKind cellKind(BulkEditor editor) {
     return CellKind::Text;
 }
 
-std::vector<Choice> offered(const std::vector<BulkChoice>& choices) {
+std::vector<Choice> offered(const std::vector<FormChoice>& choices) {
     std::vector<Choice> list;
-    for (const BulkChoice& choice : choices)
-        list.push_back({choice.value, choice.text});
+    for (const FormChoice& choice : choices)
+        list.push_back({choice.code, choice.text});
     return list;
 }
 

@@ -2,6 +2,7 @@
 // with.
 #include "reference/reference_tables.h"
 
+#include "reference/classes.h"
 #include "reference/schooling.h"
 
 namespace orvan {
@@ -126,7 +127,6 @@ TableDeclaration classes() {
     TableDeclaration table{DatabaseKind::Level, "Sinif", {}, {}, {}};
     table.fields = {textField("SinifAdi", 30, "Sınıf adı"),
                     textField("SinifOgretmeni", 60, "Sınıf öğretmeni"), textField("SGKKodu", 20, "SGK kodu")};
-    constexpr int kTeachingSlots = 10; // two half days for each of five school days
     for (int slot = 1; slot <= kTeachingSlots; ++slot) {
         const std::string n = std::to_string(slot);
         table.fields.push_back(textField("EgtGunu_" + n, 15, n + ". ders günü"));

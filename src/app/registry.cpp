@@ -59,7 +59,8 @@ void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& 
     addTitled<frmMeslek_Odasi>(registry, "MeslekOdalari", databases, dialogs, memory);
     addTitled<frmSemt>(registry, "IsletmeSemt", databases, dialogs, memory);
     addTitled<frmAnaMeslek>(registry, "AnaMeslek", databases, dialogs, memory);
-    addTitled<frmMeslekler>(registry, "Meslekler", databases, dialogs, memory);
+    addTitled<frmBolumTanimi>(registry, "Meslekler", databases, dialogs, memory);
+    addTitled<frmDersHavuzu>(registry, "DersHavuzu", databases, dialogs, memory);
     add<Form_Kullanici1>(registry, "Kullanici", databases, dialogs, memory);
     addBulkEdits(registry, databases, dialogs, memory, clock);
 }

@@ -54,6 +54,8 @@ TableDeclaration definitions() {
     };
     table.indexes = {{"indGrupKod", {"Ta_Tanim_Grup", "Ta_Tanim_Kod", "ID"}, IndexDeclaration::Plain}};
     table.firstRows = {firstDefinitions()};
+    table.emptying = {"DELETE FROM Parametrik_giris WHERE Ta_Tanim_Grup = 'Bölüm'",
+                      "DELETE FROM Parametrik_giris WHERE Ta_Tanim_Grup = 'AnaMeslek'"};
     return table;
 }
 
@@ -94,6 +96,7 @@ TableDeclaration coursePool() {
                       jet::Value(true), jet::Value(false), jet::Value("12.09.2010")}};
     table.firstRows = {practice};
     table.corrections = datesInForce("DersHavuzu", "YururlulukTarihi");
+    table.emptying = {"DELETE FROM DersHavuzu WHERE DersKodu <> 'PUYG.'"};
     return table;
 }
 
@@ -120,6 +123,7 @@ TableDeclaration curriculum() {
                       {"ID", "MeslekKodu", "MeslekOgrenimDurumu", "MeslekOgrenimYili"},
                       IndexDeclaration::Plain}};
     table.corrections = datesInForce("MeslekDersHavuzu", "MeslekYururlulukTarihi");
+    table.emptying = {"DELETE FROM MeslekDersHavuzu"};
     return table;
 }
 

@@ -103,7 +103,7 @@ QMdiSubWindow* MDIFormORVAN::frameOf(const QString& key) const {
 
 // As the menu does it, so the right to enter is asked; then the record, when what is on the screen may go.
 void MDIFormORVAN::openRecord(const QString& key, const QString& record) {
-    run(key);
+    attempt(program_.dialogs, key, [&] { dispatcher_.onRequest(key); });
     QMdiSubWindow* frame = frameOf(key);
     auto* screen = frame ? qobject_cast<Screen*>(frame->widget()) : nullptr;
     if (!screen || !screen->settleUnsaved()) return;

@@ -128,16 +128,17 @@ QString Registration::fault(const RegistrationForm& form, const QString& field) 
         return false;
     };
     const QString text = form.values.at(field);
-    if (const QString problem = records_.problem(field, text);
-        !problem.isEmpty() && text != form.stored.text(utf8(field).c_str()))
-        return problem;
+    if (about({"Ogr_Sifre"}))
+        if (const QString fault = passwordLengthFault(text); !fault.isEmpty()) return fault;
+    if (text != form.stored.text(utf8(field).c_str()))
+        if (const QString problem = records_.problem(field, text); !problem.isEmpty()) return problem;
     if (about({"Ogr_calistigi_isden_ayrilis_tarihi", "Ogr_calistigi_ise_giris_tarihi"}))
         if (const QString fault = workDatesFault(form.values); !fault.isEmpty()) return fault;
     if (about({"Ogr_SSK_SonOdeme_Tarihi", "Ogr_calistigi_isden_ayrilis_tarihi"}))
         if (const QString fault = lastPaymentFault(form.values); !fault.isEmpty()) return fault;
-    if (!about({"Ogr_Sifre"}) || text.isEmpty()) return {};
-    if (const QString fault = passwordLengthFault(text); !fault.isEmpty()) return fault;
-    return others_.passwordTaken(text, form.text("Ogr_Numarasi")) ? passwordTakenText() : QString();
+    const bool newPassword = about({"Ogr_Sifre"}) && !text.isEmpty();
+    return newPassword && others_.passwordTaken(text, form.text("Ogr_Numarasi")) ? passwordTakenText()
+                                                                                 : QString();
 }
 
 std::optional<RegistrationResult> Registration::checkFields(const RegistrationForm& form) {

@@ -103,8 +103,8 @@ std::vector<RenumberProblem> Renumberer::look() {
 }
 
 std::optional<RenumberFault> Renumberer::shapeFault(const Renumbering& wanted) {
-    if (wanted.changesRegistrationNo() && wanted.newRegistrationNo <= 0) return RenumberFault::TooLong;
-    if (!wanted.changesNumber()) return {};
+    if (registrationMoves(wanted) && wanted.newRegistrationNo <= 0) return RenumberFault::TooLong;
+    if (!numberMoves(wanted)) return {};
     const QString number = trimBlanks(wanted.newNumber);
     if (number.size() < kShortestNumber) return RenumberFault::TooShort;
     const jet::TableDef& def = students_.def();
@@ -246,18 +246,26 @@ std::vector<RenumberProblem> renumberProblems(jet::Database& level, const std::v
     return Renumberer(level, list).look();
 }
 
-RenumberReport renumberStudents(DatabaseSet& databases, const std::vector<Renumbering>& list,
-                                RenumberReach reach) {
+RenumberReport renumberUnderLock(jet::Database& level, const std::vector<Renumbering>& list,
+                                 RenumberReach reach) {
     RenumberReport report;
-    if (list.empty()) return report;
-    jet::Database& level = databases.level().database();
-    jet::WriteBatch batch(level);
     Renumberer renumberer(level, list);
     report.problems = renumberer.look();
-    if (!report.done()) return report;
-    renumberer.write(reach, report);
+    if (report.done()) renumberer.write(reach, report);
+    return report;
+}
+
+QStringList carryPhotos(const ProgramFolder& folder, const std::vector<Renumbering>& list) {
+    return renamePhotos(folder, photoMoves(list));
+}
+
+RenumberReport renumberStudents(DatabaseSet& databases, const std::vector<Renumbering>& list,
+                                RenumberReach reach) {
+    if (list.empty()) return {};
+    jet::WriteBatch batch(databases.level().database());
+    RenumberReport report = renumberUnderLock(databases.level().database(), list, reach);
     batch.commit();
-    report.photos = renamePhotos(databases.folder(), photoMoves(list));
+    if (report.done()) report.photos = carryPhotos(databases.folder(), list);
     return report;
 }
 

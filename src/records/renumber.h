@@ -57,6 +57,12 @@ std::vector<RenumberProblem> renumberProblems(jet::Database& level, const std::v
 RenumberReport renumberStudents(DatabaseSet& databases, const std::vector<Renumbering>& list,
                                 RenumberReach reach = RenumberReach::AllOfHim);
 
+// The same inside a write that is open already: REQUIRES a WriteBatch on `level`. Photos stay as they are:
+// call carryPhotos() when the write has been committed.
+RenumberReport renumberUnderLock(jet::Database& level, const std::vector<Renumbering>& list,
+                                 RenumberReach reach);
+QStringList carryPhotos(const ProgramFolder& folder, const std::vector<Renumbering>& list);
+
 // One student in the numbered tables; false, and nothing written, when something stands against it.
 bool renumberStudent(DatabaseSet& databases, const Renumbering& renumbering);
 

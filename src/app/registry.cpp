@@ -7,8 +7,11 @@
 #include "records/screens/hizli_ogrenci_kayit.h"
 #include "records/screens/ogrenci_listesi.h"
 #include "reference/screens/definition_windows.h"
+#include "reference/screens/frm_ana_meslek_degistir.h"
+#include "reference/screens/frm_meslek_ders_havuzu.h"
 #include "reference/screens/frm_sabit_bilgiler.h"
 #include "reference/screens/frm_sigorta_sabit.h"
+#include "reference/screens/screen_buttons.h"
 
 namespace orvan {
 
@@ -43,6 +46,15 @@ void addBulkEdits(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& dia
         });
 }
 
+// A window that other windows open; it is told the title of its rights.
+template <class Window, class... Parts>
+void addInner(ScreenRegistry& registry, const char* key, const char* title, const char* rights,
+              Parts&... parts) {
+    const QString rightsTitle = QString::fromUtf8(rights);
+    registry.addInner({QString::fromUtf8(key), windowName<Window>(), QString::fromUtf8(title), rightsTitle,
+                       [rightsTitle, &parts...]() -> QWidget* { return new Window(rightsTitle, parts...); }});
+}
+
 } // namespace
 
 void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
@@ -61,6 +73,11 @@ void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& 
     addTitled<frmAnaMeslek>(registry, "AnaMeslek", databases, dialogs, memory);
     addTitled<frmBolumTanimi>(registry, "Meslekler", databases, dialogs, memory);
     addTitled<frmDersHavuzu>(registry, "DersHavuzu", databases, dialogs, memory);
+    addTitled<FrmMeslekDersHavuzu>(registry, "MeslekDers", databases, dialogs, memory);
+    addInner<frmBolumTanimi2>(registry, kProfessionsOfVersionKey, "Programın Meslekleri", "Meslekler",
+                              databases, dialogs, memory);
+    addInner<frmAnaMeslekDegistir>(registry, kMainProfessionChangeKey, "Ana Meslek Değiştirme",
+                                   "Ana Meslekler", databases, dialogs, memory);
     add<Form_Kullanici1>(registry, "Kullanici", databases, dialogs, memory);
     addBulkEdits(registry, databases, dialogs, memory, clock);
 }

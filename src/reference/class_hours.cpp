@@ -3,8 +3,10 @@
 #include "reference/classes.h"
 
 #include "core/turkish_text.h"
+#include "core/values.h"
 
 #include <algorithm>
+#include <map>
 #include <QRegularExpression>
 
 namespace orvan {
@@ -94,12 +96,15 @@ std::vector<TeachingHour> hoursOf(const FieldTexts& row) {
     return hours;
 }
 
-QStringList hourClashes(const std::vector<TeachingHour>& hours) {
+QStringList hourClashes(const std::vector<TeachingHour>& hours, const QString& className) {
+    const auto concerns = [&](const TeachingHour& hour) {
+        return className.isEmpty() || sameTurkish(hour.className, className);
+    };
     QStringList clashes;
     for (size_t i = 0; i < hours.size(); ++i)
         for (size_t k = i + 1; k < hours.size(); ++k) {
             const TeachingHour &a = hours[i], &b = hours[k];
-            if (!overlap(a, b)) continue;
+            if (!overlap(a, b) || !(concerns(a) || concerns(b))) continue;
             const auto same = [](const QString& one, const QString& other) {
                 return !one.isEmpty() && sameTurkish(one, other);
             };
@@ -123,6 +128,30 @@ std::vector<TeachingHour> ClassList::timetable() {
             if (!hour.room.isEmpty()) hours.push_back(std::move(hour));
     std::stable_sort(hours.begin(), hours.end(), earlier);
     return hours;
+}
+
+std::vector<TimetableStudent> ClassList::timetableStudents() {
+    std::map<QString, QStringList> hours; // by the class in small letters
+    for (const TeachingHour& hour : timetable()) {
+        const bool timed = !hour.start.isEmpty() || !hour.end.isEmpty();
+        const QString time = timed ? hour.start + QLatin1Char('-') + hour.end : QString();
+        QStringList words{hour.day, time, hour.room};
+        words.removeAll(QString());
+        hours[lowerTurkish(hour.className)] << words.join(QLatin1Char(' '));
+    }
+    const auto found = databases_.level().sql().query(
+        "SELECT Ogr_Numarasi, Ogr_Adi, Ogr_Soyadi, Ogr_Sinif FROM OgrenciBilgisi "
+        "WHERE Trim(Ogr_Sinif) <> '' ORDER BY Ogr_Sinif, Ogr_Numarasi");
+    std::vector<TimetableStudent> students;
+    for (size_t i = 0; i < found.rowCount(); ++i) {
+        const QString className = trimmedText(found.at(i, 3));
+        const auto taught = hours.find(lowerTurkish(className));
+        if (taught == hours.end()) continue;
+        students.push_back({trimmedText(found.at(i, size_t{0})), trimmedText(found.at(i, 1)),
+                            trimmedText(found.at(i, 2)), className,
+                            taught->second.join(QStringLiteral("; "))});
+    }
+    return students;
 }
 
 } // namespace orvan

@@ -30,12 +30,18 @@ struct TeachingHour {
 };
 // The slots of a class that say something, in the order of the week.
 std::vector<TeachingHour> hoursOf(const FieldTexts& row);
-// Who or what is at two places at once: a class, a teacher, a room. Sentences; empty: nobody.
-QStringList hourClashes(const std::vector<TeachingHour>& hours);
+// Who or what is at two places at once: a class, a teacher, a room. Sentences; empty: nobody. `className`,
+// when given: only clashes in which that class takes part.
+QStringList hourClashes(const std::vector<TeachingHour>& hours, const QString& className = {});
 
 struct UndefinedClass {
     QString name;
     int students = 0;
+};
+
+struct TimetableStudent {
+    QString number, name, surname, className;
+    QString hours; // "Salı 09:00-12:00 D1; Cuma …"
 };
 
 class ClassList {
@@ -55,6 +61,7 @@ class ClassList {
 
     // The hours of all classes that are taught in a room, by day, start and class.
     std::vector<TeachingHour> timetable();
+    std::vector<TimetableStudent> timetableStudents(); // of those classes, by class and number
 
     const QStringList& fields() const { return fields_; }
     int width(const QString& field) const;

@@ -4,8 +4,14 @@
 #include "core/screens/form_kullanici1.h"
 #include "records/bulk_commands.h"
 #include "records/screens/bulk_edit_screen.h"
+#include "records/screens/frm_ogrencibilgi_kontrol.h"
+#include "records/screens/frm_sinif_ogrenci_sayilari.h"
 #include "records/screens/hizli_ogrenci_kayit.h"
+#include "records/screens/ogr_numara_adsoyad_degistir.h"
+#include "records/screens/ogrenci_ara.h"
+#include "records/screens/ogrenci_kilit_kaldir.h"
 #include "records/screens/ogrenci_listesi.h"
+#include "records/screens/toplu_kayitkutuk_isle.h"
 #include "reference/screens/definition_windows.h"
 #include "reference/screens/frm_ana_meslek_degistir.h"
 #include "reference/screens/frm_meslek_ders_havuzu.h"
@@ -61,6 +67,13 @@ void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& 
                      const Clock& clock) {
     add<hizli_ogrenci_kayit>(registry, "HizliOgrenciKayit", databases, dialogs, clock);
     addTitled<ogrenci_listesi>(registry, "OgrenciListesiSinifBaz", databases, dialogs, memory, clock);
+
+    addTitled<OgrenciARA>(registry, "OgrenciARA", databases, dialogs, memory);
+    addTitled<Frm_ogrencibilgi_kontrol>(registry, "OgrenciKontrol", databases, dialogs, memory, clock);
+    addTitled<Ogr_Numara_AdSoyad_Degistir>(registry, "AdSoyadNumaraDegistirme", databases, dialogs, memory);
+    addTitled<Toplu_KayitKutuk_Isle>(registry, "TopluKayitKutukDuzenleme", databases, dialogs, memory);
+    addTitled<Frm_SinifOgrenciSayilari>(registry, "SinifOgrenciSayilari", databases, dialogs, memory, clock);
+    addTitled<OgrenciKilitKaldir>(registry, "OgrenciKilitKaldir", databases, dialogs, memory);
 
     addTitled<frmSabitBilgiler>(registry, "SabitBilgiler", databases, dialogs, memory);
     addTitled<frmSigortaSabit>(registry, "ToolSigortaSabit", databases, dialogs, memory, clock);

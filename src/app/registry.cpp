@@ -17,7 +17,9 @@
 #include "reference/screens/frm_meslek_ders_havuzu.h"
 #include "reference/screens/frm_sabit_bilgiler.h"
 #include "reference/screens/frm_sigorta_sabit.h"
+#include "reference/screens/frm_sinif_tanimlama.h"
 #include "reference/screens/screen_buttons.h"
+#include "reference/screens/sinif_kodu_isleme.h"
 
 namespace orvan {
 
@@ -91,6 +93,8 @@ void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& 
                               databases, dialogs, memory);
     addInner<frmAnaMeslekDegistir>(registry, kMainProfessionChangeKey, "Ana Meslek Değiştirme",
                                    "Ana Meslekler", databases, dialogs, memory);
+    addTitled<Frm_Sinif_Tanimlama>(registry, "Sinif", databases, dialogs, memory);
+    addTitled<sinif_kodu_isleme>(registry, "TopluSinifIsleme", databases, dialogs, memory);
     add<Form_Kullanici1>(registry, "Kullanici", databases, dialogs, memory);
     addBulkEdits(registry, databases, dialogs, memory, clock);
 }

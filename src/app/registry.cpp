@@ -10,7 +10,9 @@
 #include "records/screens/ogr_numara_adsoyad_degistir.h"
 #include "records/screens/ogrenci_ara.h"
 #include "records/screens/ogrenci_kilit_kaldir.h"
+#include "records/screens/ogrenci_kutuk_defteri.h"
 #include "records/screens/ogrenci_listesi.h"
+#include "records/screens/ogrenci_listesi_isletmebaz.h"
 #include "records/screens/toplu_kayitkutuk_isle.h"
 #include "reference/screens/definition_windows.h"
 #include "reference/screens/frm_ana_meslek_degistir.h"
@@ -69,6 +71,9 @@ void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& 
                      const Clock& clock) {
     add<hizli_ogrenci_kayit>(registry, "HizliOgrenciKayit", databases, dialogs, clock);
     addTitled<ogrenci_listesi>(registry, "OgrenciListesiSinifBaz", databases, dialogs, memory, clock);
+    addTitled<ogrenci_listesi_isletmebaz>(registry, "OgrenciListesiIsletmeBaz", databases, dialogs, memory,
+                                          clock);
+    addTitled<ogrenci_kutuk_defteri>(registry, "OgrenciKutuk", databases, dialogs, memory, clock);
 
     addTitled<OgrenciARA>(registry, "OgrenciARA", databases, dialogs, memory);
     addTitled<Frm_ogrencibilgi_kontrol>(registry, "OgrenciKontrol", databases, dialogs, memory, clock);

@@ -343,11 +343,13 @@ TEST_F(BulkEditTest, EveryDeclaredFieldTakesOneOfItsValuesInOneRun) {
             const auto choices = rule.choices(field);
             EXPECT_EQ(choices.empty(), field.editor != BulkEditor::Choice);
             EXPECT_FALSE(rule.label(field).isEmpty());
-            const QString value = !choices.empty()                    ? choices.back().code
-                                  : field.editor == BulkEditor::Date  ? QStringLiteral("12.09.2008")
-                                  : field.editor == BulkEditor::YesNo ? QStringLiteral("1")
-                                  : field.unique                      ? completeIdentityNumber("123456789")
-                                                                      : QStringLiteral("2");
+            const QString value =
+                !choices.empty() ? choices.back().code
+                : field.editor == BulkEditor::Date
+                    ? QStringLiteral("12.09.%1").arg(QByteArray(field.name).contains("Dogum") ? 1990 : 2008)
+                : field.editor == BulkEditor::YesNo ? QStringLiteral("1")
+                : field.unique                      ? completeIdentityNumber("123456789")
+                                                    : QStringLiteral("2");
             if (rule.students({})[0].values.at(field.name) == value) // by a command before
                 centre.level().execute(std::string("UPDATE OgrenciBilgisi SET ") + field.name + " = ''");
             const StoredRow student = rule.students({})[0];

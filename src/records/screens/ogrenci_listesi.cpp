@@ -11,7 +11,6 @@ RosterLook byClass() {
     look.list = QStringLiteral("ogrenciler");
     look.groupBy = QStringLiteral("Sını&f:");
     look.ungrouped = QStringLiteral("(sınıfı olmayanlar)");
-    look.sortBy = QStringLiteral("sinif");
     look.columns = {
         {QStringLiteral("numara"), QStringLiteral("Kütük No"), ListKind::Text, 11},
         {QStringLiteral("adi"), QStringLiteral("Adı"), ListKind::Text, 16},

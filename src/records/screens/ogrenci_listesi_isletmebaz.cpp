@@ -11,7 +11,6 @@ RosterLook byWorkplace() {
     look.list = QStringLiteral("isletmeOgrencileri");
     look.groupBy = QStringLiteral("İşlet&me:");
     look.ungrouped = QStringLiteral("(işletmesi olmayanlar)");
-    look.sortBy = QStringLiteral("isyeri");
     look.columns = {
         {QStringLiteral("numara"), QStringLiteral("Kütük No"), ListKind::Text, 11},
         {QStringLiteral("adi"), QStringLiteral("Adı"), ListKind::Text, 12},

@@ -6,6 +6,8 @@
 #include "widgets/choice_list.h"
 #include "widgets/grid.h"
 
+#include <algorithm>
+#include <map>
 #include <QAction>
 #include <QApplication>
 #include <QHBoxLayout>
@@ -43,7 +45,6 @@ void StudentRoster::build(UserMemory& memory) {
     top->addSpacing(fontMetrics().averageCharWidth() * 3);
     top->addWidget(counts_, 1);
     grid_ = new ListGrid(look_.list, look_.columns, dialogs(), memory, this);
-    grid_->sortAtFirstBy(look_.sortBy);
     grid_->setEmptyText(QStringLiteral("Bu düzeyde kayıtlı öğrenci yok."));
     grid_->setPinnedColumns(3);
     auto* again = makeButton("yenile", QStringLiteral("Y&enile"), QStringLiteral("Listeyi yeniden okur (F5)"),
@@ -78,18 +79,23 @@ void StudentRoster::load() {
         ~Restore() { QApplication::restoreOverrideCursor(); }
     } restore;
     students_ = studentList(databases_.level().sql());
+    std::map<QString, size_t> places; // of the groups in Turkish order
     QStringList names;
-    bool someWithout = false;
-    for (const StudentListRow& student : students_) {
-        const QString group = look_.groupOf(student);
-        group.isEmpty() ? void(someWithout = true) : names.append(group);
-    }
-    names.removeDuplicates();
+    for (const StudentListRow& student : students_)
+        if (places.emplace(look_.groupOf(student), 0).second) names << look_.groupOf(student);
+    const bool someWithout = names.removeAll(QString()) > 0;
     sortTurkish(names);
     std::vector<Choice> choices{{kAll, QStringLiteral("(tümü)")}};
-    for (const QString& name : names)
+    for (const QString& name : names) {
+        places[name] = choices.size();
         choices.push_back({QLatin1Char('=') + name, name});
+    }
+    places[QString()] = choices.size(); // whoever has no group comes last
     if (someWithout) choices.push_back({kNone, look_.ungrouped});
+    std::stable_sort(students_.begin(), students_.end(),
+                     [&](const StudentListRow& a, const StudentListRow& b) {
+                         return places.at(look_.groupOf(a)) < places.at(look_.groupOf(b));
+                     });
     const QString before = groups_->code();
     groups_->setChoices(std::move(choices));
     groups_->setCode(before);

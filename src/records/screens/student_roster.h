@@ -25,7 +25,6 @@ struct RosterLook {
     QString list;      // name of the list, under which its columns are remembered
     QString groupBy;   // "Sınıf", with an Alt letter and a colon: the label of the choice
     QString ungrouped; // the choice of students without a group: "(sınıfı olmayanlar)"
-    QString sortBy;    // column
     std::vector<ListColumn> columns;
     std::function<QString(const StudentListRow&)> groupOf;
     std::function<ListRow(const StudentListRow&)> rowOf; // a cell per column

@@ -51,8 +51,13 @@ QStringList fillLevel(orvan::Connection& level, DemoLevel kind, DemoRandom& rand
                       int count) {
     const int years = kind == DemoLevel::Journeyman ? 4 : kind == DemoLevel::Master ? 2 : 1;
     const int branches = std::clamp(count / years / kClassSize, 1, 26);
-    orvan::writeReadyCurricula(level.database(), kind == DemoLevel::Journeyman ? orvan::ReadyLevel::Journeyman
-                                                                               : orvan::ReadyLevel::Master);
+    {
+        jet::WriteBatch batch(level.database());
+        orvan::writeReadyCurricula(level.database(), kind == DemoLevel::Journeyman
+                                                         ? orvan::ReadyLevel::Journeyman
+                                                         : orvan::ReadyLevel::Master);
+        batch.commit();
+    }
     fillCodeLists(level);
     const auto classes = fillClasses(level, random, years, branches);
     return fillStudents(level, kind, random, places, classes, count);

@@ -9,6 +9,7 @@
 #include "records/screens/hizli_ogrenci_kayit.h"
 #include "records/screens/ogr_numara_adsoyad_degistir.h"
 #include "records/screens/ogrenci_ara.h"
+#include "records/screens/ogrenci_bilgi_kayit.h"
 #include "records/screens/ogrenci_kilit_kaldir.h"
 #include "records/screens/ogrenci_kutuk_defteri.h"
 #include "records/screens/ogrenci_listesi.h"
@@ -70,6 +71,10 @@ void addInner(ScreenRegistry& registry, const char* key, const char* title, cons
 void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
                      const Clock& clock) {
     add<hizli_ogrenci_kayit>(registry, "HizliOgrenciKayit", databases, dialogs, clock);
+    for (const char* key : {"ogrencikayit", "İşyeri Açma"})
+        addTitled<ogrenci_bilgi_kayit_2>(registry, key, databases, dialogs, memory, clock);
+    addInner<ogrenci_bilgi_kayit>(registry, kTabbedRegistrationKey, kTabbedRegistrationTitle,
+                                  kRegistrationTitle, databases, dialogs, memory, clock);
     addTitled<ogrenci_listesi>(registry, "OgrenciListesiSinifBaz", databases, dialogs, memory, clock);
     addTitled<ogrenci_listesi_isletmebaz>(registry, "OgrenciListesiIsletmeBaz", databases, dialogs, memory,
                                           clock);

@@ -7,22 +7,23 @@
 
 namespace orvan {
 
+inline constexpr auto kTabbedRegistrationKey = "ogrenci_bilgi_kayit";
+inline constexpr auto kTabbedRegistrationTitle = "Öğrenci Bilgileri Kayıt - Sekmeli Form";
+
 class ogrenci_bilgi_kayit : public RegistrationScreen {
     Q_OBJECT
 
   public:
-    // As RegistrationScreen's.
-    ogrenci_bilgi_kayit(DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory, const Clock& clock,
-                        QWidget* parent = nullptr);
-    static QString caption();
-    static QString key(); // of this window, for those who open it
+    // As RegistrationScreen's; `rights`: title of the right to write.
+    ogrenci_bilgi_kayit(const QString& rights, DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
+                        const Clock& clock, QWidget* parent = nullptr);
 };
 
 class ogrenci_bilgi_kayit_2 : public RegistrationScreen {
     Q_OBJECT
 
   public:
-    // The same; `title`: of its command, caption and rights.
+    // The same; `title`: of its command, for caption and rights.
     ogrenci_bilgi_kayit_2(const QString& title, DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
                           const Clock& clock, QWidget* parent = nullptr);
 };

@@ -1,10 +1,13 @@
-// catalog/templates.cpp — one new database per template, every table of its kind in it.
+// catalog/templates.cpp — one new database per template, every table of its kind in it; those of the two
+// training levels carry the ready-made curricula.
 #include "catalog/templates.h"
 
 #include "catalog/all_tables.h"
 #include "core/values.h"
+#include "reference/ready_writer.h"
 
 #include <filesystem>
+#include <optional>
 
 namespace orvan {
 namespace {
@@ -12,18 +15,19 @@ namespace {
 struct Template {
     const char* name;
     DatabaseKind kind;
+    std::optional<ReadyLevel> ready = {};
 };
 constexpr Template kTemplates[] = {
     {"Sabit.mdx", DatabaseKind::Constants},
     {"Isletme.mdx", DatabaseKind::Workplaces},
     {"koordinator.mdx", DatabaseKind::Coordinators},
-    {"KALFA.MDX", DatabaseKind::Level},
-    {"USTA.MDX", DatabaseKind::Level},
+    {"KALFA.MDX", DatabaseKind::Level, ReadyLevel::Journeyman},
+    {"USTA.MDX", DatabaseKind::Level, ReadyLevel::Master},
     {"ISYERI.MDX", DatabaseKind::Level},
     {"Ogrenci.MDX", DatabaseKind::Level},
 };
 
-void writeTemplate(const std::filesystem::path& file, DatabaseKind kind) {
+void writeTemplate(const std::filesystem::path& file, const Template& wanted) {
     std::filesystem::path unfinished = file;
     unfinished += ".yeni";
     std::filesystem::remove(unfinished);
@@ -31,7 +35,8 @@ void writeTemplate(const std::filesystem::path& file, DatabaseKind kind) {
         const auto database = jet::Database::create(unfinished);
         jet::WriteBatch batch(*database);
         for (const TableDeclaration& table : allTables().tables())
-            if (table.database == kind) createTable(*database, table);
+            if (table.database == wanted.kind) createTable(*database, table);
+        if (wanted.ready) writeReadyCurricula(*database, *wanted.ready);
         batch.commit();
     }
     std::filesystem::rename(unfinished, file);
@@ -44,15 +49,17 @@ QStringList writeTemplates(const QString& folder) {
     const std::filesystem::path path = filePath(folder);
     try {
         std::filesystem::create_directories(path);
-        std::filesystem::path levelTemplate; // the level templates are the same file: made once, then copied
+        std::filesystem::path
+            emptyLevel; // level templates without curricula are the same: made once, then copied
         for (const Template& entry : kTemplates) {
             const std::filesystem::path file = path / entry.name;
-            if (entry.kind == DatabaseKind::Level && !levelTemplate.empty())
-                std::filesystem::copy_file(levelTemplate, file,
+            const bool isEmptyLevel = entry.kind == DatabaseKind::Level && !entry.ready;
+            if (isEmptyLevel && !emptyLevel.empty())
+                std::filesystem::copy_file(emptyLevel, file,
                                            std::filesystem::copy_options::overwrite_existing);
             else
-                writeTemplate(file, entry.kind);
-            if (entry.kind == DatabaseKind::Level) levelTemplate = file;
+                writeTemplate(file, entry);
+            if (isEmptyLevel) emptyLevel = file;
             written << QLatin1String(entry.name);
         }
     } catch (const std::filesystem::filesystem_error& error) {

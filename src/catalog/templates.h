@@ -1,4 +1,5 @@
-// catalog/templates.h — writes the empty template databases of Mdx\ from the declarations.
+// catalog/templates.h — writes the template databases of Mdx\ from the declarations: empty but for the lists
+// a new centre begins with, and the ready-made curricula in KALFA.MDX and USTA.MDX.
 #pragma once
 
 #include <QString>

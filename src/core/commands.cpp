@@ -60,7 +60,13 @@ QString dataSetCommand(const Session& session) {
 void ScreenRegistry::add(const QString& key, const QString& window, std::function<QWidget*()> factory) {
     const CommandInfo* command = findCommand(key);
     assert(command && command->kind == CommandKind::Screen && !find(key));
-    entries_.push_back({key, window, QString::fromUtf8(command->title), std::move(factory)});
+    const QString title = QString::fromUtf8(command->title);
+    entries_.push_back({key, window, title, title, std::move(factory)});
+}
+
+void ScreenRegistry::addInner(ScreenEntry entry) {
+    assert(!findCommand(entry.key) && !find(entry.key));
+    entries_.push_back(std::move(entry));
 }
 
 const ScreenEntry* ScreenRegistry::find(const QString& key) const {
@@ -75,7 +81,7 @@ CommandDispatcher::CommandDispatcher(const ScreenRegistry& screens, DatabaseSet&
 
 void CommandDispatcher::onCommand(const QString& key) {
     const CommandInfo* command = findCommand(key);
-    if (!command || !mayEnter(*command)) return;
+    if (!command || !mayEnter(QString::fromUtf8(command->title))) return;
     switch (command->kind) {
     case CommandKind::Screen: return openScreen(key);
     case CommandKind::Level: return switchLevel(key);
@@ -84,13 +90,18 @@ void CommandDispatcher::onCommand(const QString& key) {
     }
 }
 
+void CommandDispatcher::onRequest(const QString& key) {
+    if (findCommand(key)) return onCommand(key);
+    const ScreenEntry* inner = screens_.find(key);
+    if (inner && mayEnter(inner->rights)) shell_.openScreen(*inner);
+}
+
 bool CommandDispatcher::available(const QString& key) const {
     const CommandInfo* command = findCommand(key);
     return command && (command->kind != CommandKind::Screen || screens_.find(key));
 }
 
-bool CommandDispatcher::mayEnter(const CommandInfo& command) {
-    const QString title = QString::fromUtf8(command.title);
+bool CommandDispatcher::mayEnter(const QString& title) {
     if (title.isEmpty()) return true;
     if (rightsOf(databases_.constants().sql(), databases_.session().user, title).enter) return true;
     showEntryDenied(dialogs_);

@@ -36,7 +36,8 @@ QString dataSetCommand(const Session& session);
 struct ScreenEntry {
     QString key;
     QString window;                    // class of the window
-    QString title;                     // rights title; the window's caption too
+    QString title;                     // the window's caption
+    QString rights;                    // title under which the right to enter is stored
     std::function<QWidget*()> factory; // a new window; the shell owns it. Opaque to the rules
 };
 
@@ -45,6 +46,9 @@ class ScreenRegistry {
   public:
     // The title comes from commandList(). REQUIRES: the key is a screen's and not yet registered.
     void add(const QString& key, const QString& window, std::function<QWidget*()> factory);
+    // A window that no command opens, only other windows. REQUIRES: no command and no other window has the
+    // key.
+    void addInner(ScreenEntry entry);
     const ScreenEntry* find(const QString& key) const; // nullptr when there is none
     const std::vector<ScreenEntry>& entries() const { return entries_; }
 
@@ -73,11 +77,13 @@ class CommandDispatcher {
     // An unknown key does nothing. A failing Connect after a switch shows the general error and keeps the old
     // state; so does an archive of which there is no file.
     void onCommand(const QString& key);
+    // The same for a window that another window asks for: inner windows too.
+    void onRequest(const QString& key);
     // The command is known and a screen (or an action) stands behind it; for enabling menu entries.
     bool available(const QString& key) const;
 
   private:
-    bool mayEnter(const CommandInfo& command);
+    bool mayEnter(const QString& title);
     void openScreen(const QString& key);
     void switchLevel(const QString& key);
     void switchDataSet(const QString& key);

@@ -80,11 +80,29 @@ void DatabaseSet::readSchool(Connection& constants) {
     if (session_.schoolYear.isEmpty()) session_.schoolYear = trimmedText(rows.at(0, "SB_Ders_Yili"));
 }
 
+// A template carries ready-made rows to load from; a new file begins without them. Where that fails they
+// stay, which spoils nothing: a file that cannot be opened is told of by those who need it.
+void DatabaseSet::copyLevelFile(const QString& literal, const QString& original) {
+    if (folder_.exists(literal)) return;
+    folder_.copy(original, literal);
+    try {
+        const auto database = openDatabase(folder_.resolve(literal), session_.databasePassword);
+        jet::SqlSession sql(*database);
+        jet::WriteBatch batch(*database);
+        for (const TableDeclaration& table : schema_.tables())
+            if (table.database == DatabaseKind::Level && database->hasTable(table.name))
+                for (const std::string& statement : table.emptying)
+                    sql.execute(statement);
+        batch.commit();
+    } catch (const jet::Error&) {
+    }
+}
+
 QString DatabaseSet::prepareLevelFile(const QString& path) {
     paths_.build(session_.mode, session_.schoolYear);
     const QString chosen = paths_.of(LevelPaths::choose(session_.level, session_.equivalence));
     for (const LevelTemplate& entry : workingSetTemplates())
-        copyWhenMissing(folder_, QLatin1String(entry.file), QLatin1String(entry.original));
+        copyLevelFile(QLatin1String(entry.file), QLatin1String(entry.original));
     copyWhenMissing(folder_, chosen, QStringLiteral("\\Mdx\\Ogrenci.MDX"));
     return path.isEmpty() ? folder_.resolve(chosen) : wholePath(folder_, path);
 }

@@ -64,6 +64,7 @@ class DatabaseSet {
         Connection& of(DatabaseKind kind);
     };
     void readSchool(Connection& constants);
+    void copyLevelFile(const QString& literal, const QString& original);
     QString prepareLevelFile(const QString& path); // copies missing files; whole path of the file to open
     static void openTables(Opened& opened);
     const ProgramFolder& folder_;

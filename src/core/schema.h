@@ -43,6 +43,8 @@ struct TableDeclaration {
     std::vector<IndexDeclaration> indexes;
     std::vector<FirstRows> firstRows;
     std::vector<std::string> corrections{}; // statements that put old rows right; each is safe to repeat
+    // Statements that take the ready-made rows, which its template carries, out of a new file.
+    std::vector<std::string> emptying{};
 
     const FieldDeclaration* field(std::string_view fieldName) const; // nullptr when there is none
 };

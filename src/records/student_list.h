@@ -17,7 +17,14 @@ struct StudentListRow {
     QString className;
     QString stage; // Ogr_Seviye
     QString identityNo, workplace;
+    QString sex; // "E", "K"; empty when unknown
+    QString address, master,
+        coordinator;            // of the workplace; its master-instructor and the teacher who visits
+    QString workStart, workEnd; // there; as texts
 };
+
+// "32 öğrenci: 12 kız, 20 erkek"; whose sex is unknown is in the first number only.
+QString studentCounts(const std::vector<QString>& sexes);
 
 enum class StudentOrder { ByName, BySurname, ByNumber };
 

@@ -1,6 +1,7 @@
 // records/student_numbers.cpp — the numbering rule, with the system's own statements.
 #include "records/student_numbers.h"
 
+#include "core/turkish_text.h"
 #include "core/values.h"
 
 #include <algorithm>
@@ -23,14 +24,40 @@ qint64 leadingNumber(const jet::Value& value) {
     }
 }
 
-// Next serial as written: one more at the width of the last, or the first serial of a profession.
-QString nextSerial(const jet::ResultSet& rows) {
+struct Serial {
+    qint64 number;
+    qsizetype width; // digits at least
+};
+
+// One more at the width of the last, or the first serial of a profession.
+Serial nextSerial(const jet::ResultSet& rows) {
     if (!rows.empty()) {
         const qint64 serial = leadingNumber(rows.at(0, "SayisalNumara"));
         const qsizetype width = toText(rows.at(0, "KarakterNumara")).size();
-        if (serial != 0 && width >= 1) return zeroPadded(serial + 1, width);
+        if (serial > 0 && width >= 1) return {serial + 1, width};
     }
-    return QStringLiteral("00001");
+    return {1, 5};
+}
+
+// The serial always starts at the fifth character: a shorter code is filled up, a longer one is cut.
+QString numberCode(const QString& professionCode) {
+    return trimBlanks(professionCode).rightJustified(kCodeLength, QLatin1Char('0')).left(kCodeLength);
+}
+
+// Another profession can hold the number: codes that differ only after the fourth character share their
+// numbers, and a student keeps his when he changes his profession.
+bool isTaken(jet::SqlSession& level, const QString& number) {
+    constexpr int kBlanksBefore = 6; // a number of nine characters in a field of fifteen
+    std::vector<jet::Value> spellings;
+    std::string places;
+    for (int blanks = 0; blanks <= kBlanksBefore; ++blanks) {
+        spellings.push_back(textValue(QString(blanks, QLatin1Char(' ')) + number));
+        places += blanks == 0 ? "?" : ",?";
+    }
+    return !level
+                .query("SELECT TOP 1 Ogr_Numarasi FROM OgrenciBilgisi WHERE Ogr_Numarasi IN (" + places + ")",
+                       spellings)
+                .empty();
 }
 
 } // namespace
@@ -56,10 +83,13 @@ QString nextStudentNo(jet::SqlSession& level, const QString& professionCode,
                                   "FROM OgrenciBilgisi WHERE Ogr_MeslekKod = ? ORDER BY "
                                   "VAL(TRIM(Ogr_Numarasi)) DESC, Ogr_Numarasi DESC;",
                                   Parameters{professionCode});
-    const QString serial = nextSerial(rows);
-    const QString code =
-        professionCode.trimmed().rightJustified(kCodeLength, QLatin1Char('0')).left(kCodeLength);
-    return code + zeroPadded(serial.toLongLong(), std::max<qsizetype>(serial.size(), options.serialLength));
+    Serial serial = nextSerial(rows);
+    serial.width = std::max<qsizetype>(serial.width, options.serialLength);
+    const QString code = numberCode(professionCode);
+    for (;; ++serial.number) {
+        const QString number = code + zeroPadded(serial.number, serial.width);
+        if (!isTaken(level, number)) return number;
+    }
 }
 
 StudentNumbers nextNumbers(jet::SqlSession& level, const QString& professionCode,

@@ -20,6 +20,8 @@ struct NumberingOptions {
 
 NumberingOptions numberingOptions(jet::SqlSession& constants); // KutukHane of the school constants
 int nextRegistrationNo(jet::SqlSession& level);
+// The highest serial of the profession plus one, at its width; a number that a student of another profession
+// holds already is passed over.
 QString nextStudentNo(jet::SqlSession& level, const QString& professionCode,
                       const NumberingOptions& options = {});
 StudentNumbers nextNumbers(jet::SqlSession& level, const QString& professionCode,

@@ -1,12 +1,12 @@
 // reference/code_lists.h — lookups in the generic table of coded definitions (Parametrik_giris) of a level
-// database. Groups are named exactly, dots included; codes are text ('06' is not '6').
+// database. Groups are named exactly, dots included; codes are text ('06' is not '6'). Professions, which go by
+// curriculum version too: professions.h.
 #pragma once
 
 #include "jet/sql/session.h"
+#include "reference/professions.h"
 
-#include <QString>
 #include <QStringList>
-#include <vector>
 
 namespace orvan {
 
@@ -25,19 +25,5 @@ inline constexpr auto practice = "Pr.Eğitim";
 QString descriptionOf(jet::SqlSession& level, const QString& group, const QString& code);
 QString codeOf(jet::SqlSession& level, const QString& group, const QString& description);
 QStringList descriptions(jet::SqlSession& level, const QString& group); // in order of description
-
-struct Profession {
-    QString code;
-    int version = 0; // curriculum version, 1..4
-    QString name;
-};
-std::vector<Profession> professions(jet::SqlSession& level); // by name, then version
-
-// "Bu koda ait Meslek yok" / "Bu koda ait AnaMeslek yok" when the code has no row.
-QString professionName(jet::SqlSession& level, const QString& code, int version);
-QString mainProfessionName(jet::SqlSession& level, const QString& code, int version);
-// The code of a description (compared trimmed) in a version; empty when there is none.
-QString professionCode(jet::SqlSession& level, const QString& description, int version);
-QString mainProfessionCode(jet::SqlSession& level, const QString& description, int version);
 
 } // namespace orvan

@@ -53,6 +53,12 @@ DefinitionList::DefinitionList(DatabaseSet& databases, Dialogs& dialogs, const D
         fields_ << QString::fromLatin1(field);
 }
 
+QString DefinitionList::nameOf(const FieldTexts& values) const { return definitionName(group_, values); }
+
+QString DefinitionList::versionField() const {
+    return group_.versions == Versions::Curriculum ? kVersion : QString();
+}
+
 StoredRows DefinitionList::stored() {
     QStringList fields = fields_;
     QStringList keys{kCode};
@@ -80,6 +86,7 @@ std::vector<StoredRow> DefinitionList::rows() {
 }
 
 QString DefinitionList::nextCode() {
+    if (group_.versions == Versions::Curriculum) return {};
     QString highest;
     for (const StoredRow& row : rows()) {
         const QString code = row.values.at(kCode);

@@ -4,31 +4,34 @@
 
 #include "core/database_set.h"
 #include "reference/definition_groups.h"
-#include "reference/stored_rows.h"
+#include "reference/listed_records.h"
 
 namespace orvan {
 
-class DefinitionList {
+class DefinitionList : public ListedRecords {
   public:
     // `title`: the screen's title, under which the right to write is stored. All must outlive it.
     // REQUIRES: databases are connected.
     DefinitionList(DatabaseSet& databases, Dialogs& dialogs, const DefinitionGroup& group, QString title);
 
-    std::vector<StoredRow> rows(); // by code, then version
+    std::vector<StoredRow> rows() override; // by code, then version
     // Adds (`row` empty) or changes; afterwards `row` is as it is stored. Texts are trimmed; the date of a
     // curriculum version is filled in. A description that the program itself looks up keeps its words.
-    SaveOutcome save(std::optional<StoredRow>& row, FieldTexts wanted);
-    bool remove(const StoredRow& row); // asks; true: the row is gone
+    SaveOutcome save(std::optional<StoredRow>& row, FieldTexts wanted) override;
+    bool remove(const StoredRow& row) override;
     bool mayWrite();
 
     // How many records repeat the definition: "12 öğrenci", a line for each place that has some.
     QStringList uses(const StoredRow& row);
-    // The highest code that is a number, plus one, with its leading zeros; empty when there is none.
-    QString nextCode();
+    // The highest code that is a number, plus one, with its leading zeros; empty when there is none, and in a
+    // group whose codes go by version.
+    QString nextCode() override;
 
     const DefinitionGroup& group() const { return group_; }
-    QString name() const { return QString::fromUtf8(group_.one); }
-    const QStringList& fields() const { return fields_; }
+    QString one() const override { return QString::fromUtf8(group_.one); }
+    QString nameOf(const FieldTexts& values) const override;
+    const QStringList& fields() const override { return fields_; }
+    QString versionField() const override;
     int width(const QString& field) const;
 
   private:

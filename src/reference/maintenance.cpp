@@ -15,7 +15,6 @@ struct Supplied {
 };
 
 std::vector<Supplied> defaults(QDate today) {
-    constexpr int kSerialDigits = 5;
     return {{"SMS_user", ""},
             {"SMS_password", ""},
             {"GSM_number", ""},
@@ -26,8 +25,7 @@ std::vector<Supplied> defaults(QDate today) {
             {"SB_AyHesap", 0},
             {"SB_IzinSigortadanDusulsun", false},
             {"SB_RaporSigortadanDusulsun", false},
-            {"SB_Ders_Yili", textValue(schoolYearOf(today))},
-            {"KutukHane", kSerialDigits}};
+            {"SB_Ders_Yili", textValue(schoolYearOf(today))}};
 }
 
 bool lacks(const jet::Value& present, const jet::Value& wanted) {

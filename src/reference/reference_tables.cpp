@@ -2,6 +2,7 @@
 // with.
 #include "reference/reference_tables.h"
 
+#include "reference/classes.h"
 #include "reference/schooling.h"
 
 namespace orvan {
@@ -55,6 +56,8 @@ TableDeclaration definitions() {
     };
     table.indexes = {{"indGrupKod", {"Ta_Tanim_Grup", "Ta_Tanim_Kod", "ID"}, IndexDeclaration::Plain}};
     table.firstRows = {firstDefinitions()};
+    table.emptying = {"DELETE FROM Parametrik_giris WHERE Ta_Tanim_Grup = 'Bölüm'",
+                      "DELETE FROM Parametrik_giris WHERE Ta_Tanim_Grup = 'AnaMeslek'"};
     return table;
 }
 
@@ -95,6 +98,7 @@ TableDeclaration coursePool() {
                       jet::Value(true), jet::Value(false), jet::Value("12.09.2010")}};
     table.firstRows = {practice};
     table.corrections = datesInForce("DersHavuzu", "YururlulukTarihi");
+    table.emptying = {"DELETE FROM DersHavuzu WHERE DersKodu <> 'PUYG.'"};
     return table;
 }
 
@@ -121,6 +125,7 @@ TableDeclaration curriculum() {
                       {"ID", "MeslekKodu", "MeslekOgrenimDurumu", "MeslekOgrenimYili"},
                       IndexDeclaration::Plain}};
     table.corrections = datesInForce("MeslekDersHavuzu", "MeslekYururlulukTarihi");
+    table.emptying = {"DELETE FROM MeslekDersHavuzu"};
     return table;
 }
 
@@ -128,7 +133,6 @@ TableDeclaration classes() {
     TableDeclaration table{DatabaseKind::Level, "Sinif", {}, {}, {}};
     table.fields = {textField("SinifAdi", 30, "Sınıf adı"),
                     textField("SinifOgretmeni", 60, "Sınıf öğretmeni"), textField("SGKKodu", 20, "SGK kodu")};
-    constexpr int kTeachingSlots = 10; // two half days for each of five school days
     for (int slot = 1; slot <= kTeachingSlots; ++slot) {
         const std::string n = std::to_string(slot);
         table.fields.push_back(textField("EgtGunu_" + n, 15, n + ". ders günü"));

@@ -36,7 +36,7 @@ const FieldDeclaration& StoredRows::field(const QString& name) const {
     return *found;
 }
 
-StoredRow StoredRows::read(jet::Table& table, const jet::Scan& scan) const {
+StoredRow StoredRows::readRow(jet::Table& table, const jet::Scan& scan) const {
     StoredRow row;
     row.id = scan.id();
     for (const QString& name : fields_)
@@ -49,20 +49,34 @@ std::vector<StoredRow> StoredRows::all() {
     jet::Table table = database_.openTable(table_.name);
     const jet::ReadScope scope(database_.pages());
     for (jet::Scan scan = table.scan(); scan.next();)
-        rows.push_back(read(table, scan));
+        rows.push_back(readRow(table, scan));
     return rows;
 }
 
 std::vector<StoredRow> StoredRows::having(const std::string& index, const std::string& field,
                                           const QString& value) {
+    return having(index, {{fromUtf8(field), value}});
+}
+
+std::vector<StoredRow> StoredRows::having(const std::string& index,
+                                          const std::vector<std::pair<QString, QString>>& key) {
     std::vector<StoredRow> rows;
     jet::Table table = database_.openTable(table_.name);
     const jet::ReadScope scope(database_.pages());
-    const jet::KeyRange range{{textValue(value)}, {textValue(value)}};
-    const size_t place = placeOf(table, field);
+    jet::KeyRange range;
+    std::vector<size_t> places;
+    for (const auto& [name, value] : key) {
+        range.lower.push_back(fieldValue(field(name), value));
+        places.push_back(placeOf(table, utf8(name)));
+    }
+    range.upper = range.lower;
     for (jet::Scan scan = table.def().findIndex(index) ? table.scan(index, range) : table.scan();
-         scan.next();)
-        if (trimmedText(scan.value(place)) == value) rows.push_back(read(table, scan));
+         scan.next();) {
+        bool same = true;
+        for (size_t i = 0; same && i < key.size(); ++i)
+            same = fieldText(scan.value(places[i])) == key[i].second;
+        if (same) rows.push_back(readRow(table, scan));
+    }
     return rows;
 }
 
@@ -72,18 +86,23 @@ bool StoredRows::isSameRow(const FieldTexts& a, const FieldTexts& b) const {
     return true;
 }
 
-std::optional<StoredRow> StoredRows::now(const StoredRow& row) {
+std::optional<StoredRow> StoredRows::read(jet::RowId id) {
     jet::Table table = database_.openTable(table_.name);
-    StoredRow fresh{row.id, {}};
+    StoredRow row{id, {}};
     try {
-        const std::vector<jet::Value> values = table.read(row.id);
+        const std::vector<jet::Value> values = table.read(id);
         for (const QString& name : fields_)
-            fresh.values[name] = fieldText(values[placeOf(table, utf8(name))]);
+            row.values[name] = fieldText(values[placeOf(table, utf8(name))]);
     } catch (const jet::Error& error) {
         if (error.number() != jet::Err::NoCurrentRecord) throw;
         return std::nullopt;
     }
-    if (!isSameRow(row.values, fresh.values)) return std::nullopt;
+    return row;
+}
+
+std::optional<StoredRow> StoredRows::now(const StoredRow& row) {
+    auto fresh = read(row.id);
+    if (!fresh || !isSameRow(row.values, fresh->values)) return std::nullopt;
     return fresh;
 }
 
@@ -100,7 +119,7 @@ StoredRow StoredRows::add(const FieldTexts& values) {
 }
 
 // False: the row is no longer as it was seen.
-bool StoredRows::writeOver(const StoredRow& seen, const FieldTexts& changed) {
+bool StoredRows::writeFields(const StoredRow& seen, const FieldTexts& changed) {
     jet::Table table = database_.openTable(table_.name);
     try {
         table.goTo(seen.id);
@@ -115,6 +134,17 @@ bool StoredRows::writeOver(const StoredRow& seen, const FieldTexts& changed) {
         if (error.number() != jet::Err::DataChanged && error.number() != jet::Err::NoCurrentRecord) throw;
         return false;
     }
+}
+
+bool StoredRows::writeOver(const StoredRow& seen, const FieldTexts& changed,
+                           const std::function<void()>& also) {
+    if (!also) return writeFields(seen, changed);
+    database_.requireWritable();
+    jet::WriteScope scope(database_.pages());
+    if (!writeFields(seen, changed)) return false;
+    also();
+    scope.commit();
+    return true;
 }
 
 bool StoredRows::asksForMine(const FieldTexts& before, const FieldTexts& theirs, const FieldTexts& changed,
@@ -136,7 +166,8 @@ bool StoredRows::asksForMine(const FieldTexts& before, const FieldTexts& theirs,
     return chosen == 0;
 }
 
-RowChange StoredRows::change(StoredRow& row, const FieldTexts& wanted, Clash clash, Dialogs& dialogs) {
+RowChange StoredRows::change(StoredRow& row, const FieldTexts& wanted, Clash clash, Dialogs& dialogs,
+                             const std::function<void()>& also) {
     const FieldTexts changed = changedTexts(row.values, wanted);
     for (;;) {
         const auto fresh = now(row);
@@ -149,7 +180,7 @@ RowChange StoredRows::change(StoredRow& row, const FieldTexts& wanted, Clash cla
         const bool mine = theirs.empty() || asksForMine(row.values, theirs, changed, dialogs);
         row = *fresh;
         if (!mine) return RowChange::Kept;
-        if (!writeOver(row, changed)) continue;
+        if (!writeOver(row, changed, also)) continue;
         for (const auto& [name, text] : changed)
             row.values[name] = text;
         return RowChange::Saved;

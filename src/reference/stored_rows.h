@@ -5,6 +5,7 @@
 #include "core/dialogs.h"
 #include "core/schema.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <QStringList>
@@ -37,22 +38,30 @@ class StoredRows {
     // The rows whose first field of the index has the value; all rows in which it is so, where an old file
     // lacks the index.
     std::vector<StoredRow> having(const std::string& index, const std::string& field, const QString& value);
+    // The same for the first fields of the index together, in its order.
+    std::vector<StoredRow> having(const std::string& index,
+                                  const std::vector<std::pair<QString, QString>>& key);
+    std::optional<StoredRow> read(jet::RowId id); // nothing when there is none
     // As it is now; nothing when it is gone (deleted, or its keys are others).
     std::optional<StoredRow> now(const StoredRow& row);
 
     StoredRow add(const FieldTexts& values); // fields that are not given stay null
     // Writes the fields in which `wanted` differs from the row. When another station has changed the row
-    // since it was read, shows both values and asks whose are to stay.
-    RowChange change(StoredRow& row, const FieldTexts& wanted, Clash clash, Dialogs& dialogs);
+    // since it was read, shows both values and asks whose are to stay. `wanted` may name further fields of
+    // the table: they are written and never compared. `also` writes what goes with the row, under the same
+    // lock; an error of it undoes the row's change too and is thrown.
+    RowChange change(StoredRow& row, const FieldTexts& wanted, Clash clash, Dialogs& dialogs,
+                     const std::function<void()>& also = {});
     bool remove(const StoredRow& row); // false: it was gone already
 
     const FieldDeclaration& field(const QString& name) const;
     jet::Database& database() { return database_; }
 
   private:
-    StoredRow read(jet::Table& table, const jet::Scan& scan) const;
+    StoredRow readRow(jet::Table& table, const jet::Scan& scan) const;
     bool isSameRow(const FieldTexts& a, const FieldTexts& b) const;
-    bool writeOver(const StoredRow& seen, const FieldTexts& changed);
+    bool writeOver(const StoredRow& seen, const FieldTexts& changed, const std::function<void()>& also);
+    bool writeFields(const StoredRow& seen, const FieldTexts& changed);
     bool asksForMine(const FieldTexts& before, const FieldTexts& theirs, const FieldTexts& changed,
                      Dialogs& dialogs) const;
 

@@ -181,8 +181,10 @@ void EditGridBody::buildToolLine(QVBoxLayout* layout) {
     top->addWidget(find_, 1);
     top->addWidget(directionButton_);
     top->addWidget(makeMenuButton("sutunlar", QStringLiteral("Sütunlar"), columnMenu, &grid_));
-    top->addWidget(output_->makeButton(&grid_));
+    QToolButton* output = output_->makeButton(&grid_);
+    top->addWidget(output);
     layout->addLayout(top);
+    QWidget::setTabOrder(output, view_); // the line stands above the table
 
     connect(find_, &QLineEdit::textEdited, this, [this] { findRow(false); });
     auto* find = new QAction(QStringLiteral("Satır ara"), &grid_);

@@ -78,6 +78,14 @@ void EntryForm::setValue(const QString& name, const QString& value) {
     checkDirty();
 }
 
+void EntryForm::enterValue(const QString& name, const QString& value) {
+    Field& field = find(name);
+    field.editor->put(value);
+    field.entered = field.editor->value();
+    if (wrong_ == name) clearWrong();
+    checkDirty();
+}
+
 ChoiceList* EntryForm::choiceList(const QString& name) const {
     return qobject_cast<ChoiceList*>(find(name).editor->widget());
 }

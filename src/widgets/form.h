@@ -70,6 +70,8 @@ class EntryForm : public QWidget {
     QString value(const QString& name) const;
     // Sets the value as loaded: not a change of the user's. Emits nothing.
     void setValue(const QString& name, const QString& value);
+    // Puts a value as if the user had entered it: the record is changed by it. Emits no edited().
+    void enterValue(const QString& name, const QString& value);
     ChoiceList* choiceList(const QString& name) const; // nullptr when the field is no Choice
     QWidget* editor(const QString& name) const;
     bool has(const QString& name) const;

@@ -82,6 +82,10 @@ void FormPages::setValue(const QString& field, const QString& value) {
     formOf(field)->setValue(field, value);
 }
 
+void FormPages::enterValue(const QString& field, const QString& value) {
+    formOf(field)->enterValue(field, value);
+}
+
 ChoiceList* FormPages::choiceList(const QString& field) const { return formOf(field)->choiceList(field); }
 
 QWidget* FormPages::editor(const QString& field) const { return formOf(field)->editor(field); }

@@ -31,6 +31,7 @@ class FormPages : public QWidget {
     // As EntryForm's, over all pages. REQUIRES: the field is on some page.
     QString value(const QString& field) const;
     void setValue(const QString& field, const QString& value);
+    void enterValue(const QString& field, const QString& value);
     ChoiceList* choiceList(const QString& field) const;
     QWidget* editor(const QString& field) const;
     void setReadOnly(const QString& field, bool readOnly);

@@ -29,9 +29,14 @@ class Screen : public QWidget {
     virtual bool saveOnLeaving() { return save(); }
     virtual void discardChanges() {} // the unsaved record as it was loaded
     virtual void refresh() {}        // reads again what others may have changed
+    // Shows that record, for a screen that shows one at a time (a student by his number). Nothing unsaved is
+    // on it.
+    virtual void showRecord(const QString& /*record*/) {}
 
   signals:
     void recordsChanged(); // this screen has written: the other open screens read again
+    // The person wants to see `record` in the screen of command `key`.
+    void openRequested(const QString& key, const QString& record);
 
   protected:
     void setUnsaved(bool unsaved) { setWindowModified(unsaved); }

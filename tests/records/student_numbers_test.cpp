@@ -51,6 +51,18 @@ TEST_F(NumbersTest, OtherProfessionsDoNotCount) {
     EXPECT_EQ(nextStudentNo(centre.level(), "1102"), "110200001");
 }
 
+// Codes of five characters share the first four; a student may keep his number in another profession.
+TEST_F(NumbersTest, NumbersHeldInAnotherProfessionArePassedOver) {
+    centre.addStudent("110100001", 1, "11011");
+    centre.addStudent("  110100002", 2, "11013");
+    EXPECT_EQ(nextStudentNo(centre.level(), "11012"), "110100003");
+    centre.addStudent("01100001", 3, "0110");
+    EXPECT_EQ(nextStudentNo(centre.level(), "110"), "011000001") << "another width is another number";
+    centre.addStudent("150000001", 4, "1600");
+    centre.addStudent("150000002", 5, "1600");
+    EXPECT_EQ(nextStudentNo(centre.level(), "1500"), "150000003");
+}
+
 TEST_F(NumbersTest, RegistrationNumberIsTheHighestPlusOne) {
     EXPECT_EQ(nextRegistrationNo(centre.level()), 1);
     centre.addStudent("110100001", 7, "1101");

@@ -191,7 +191,7 @@ TEST_F(DefinitionScreensTest, WithoutTheRightToWriteTypedTextStays) {
 }
 
 TEST_F(DefinitionScreensTest, AProfessionTakesItsVersionAndRates) {
-    open("Meslekler", "frmMeslekler");
+    open("Meslekler", "frmBolumTanimi");
     press(Qt::Key_N, Qt::ControlModifier);
     type("0301");
     press(Qt::Key_Return);
@@ -233,14 +233,14 @@ TEST_F(DefinitionScreensTest, EachWindowRemembersTheColumnsOfItsOwnList) {
             keys << column.key;
         return keys.join(',');
     };
-    open("Meslekler", "frmMeslekler");
+    open("Meslekler", "frmBolumTanimi");
     const QString professions = columns();
     form->closeWindow();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     open("AnaMeslek", "frmAnaMeslek");
     form->closeWindow();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    open("Meslekler", "frmMeslekler");
+    open("Meslekler", "frmBolumTanimi");
     EXPECT_EQ(columns(), professions);
 }
 
@@ -251,7 +251,7 @@ TEST_F(DefinitionScreensTest, EachWindowOpensWithItsOwnList) {
     } cases[] = {{"DonemBilgileri", "FrmDonem", 13},      {"KanunMaddeleri", "frmKanunMaddesi", 2},
                  {"PratikEgitim", "frmPratikEgitim", 0},  {"OgrenimDurum", "frmOgrenimDurum", 22},
                  {"MeslekOdalari", "frmMeslek_Odasi", 0}, {"IsletmeSemt", "frmSemt", 0},
-                 {"AnaMeslek", "frmAnaMeslek", 0},        {"Meslekler", "frmMeslekler", 2}};
+                 {"AnaMeslek", "frmAnaMeslek", 0},        {"Meslekler", "frmBolumTanimi", 2}};
     for (const auto& each : cases) {
         open(each.command, each.window);
         EXPECT_EQ(form->findChild<orvan::ListGrid*>()->totalCount(), each.rows) << each.window;

@@ -29,6 +29,8 @@ namespace {
 
 const QString kWindowPlace = QStringLiteral("AnaPencere/Yer");
 
+QString frameName(const QString& key) { return QStringLiteral("pencere-") + key; }
+
 QString placeKey(const QString& screen) { return QStringLiteral("Pencere-%1/Yer").arg(screen); }
 
 } // namespace
@@ -93,17 +95,30 @@ QList<Screen*> MDIFormORVAN::openScreens() const {
     return screens;
 }
 
+QMdiSubWindow* MDIFormORVAN::frameOf(const QString& key) const {
+    for (QMdiSubWindow* window : area_->subWindowList())
+        if (window->objectName() == frameName(key)) return window;
+    return nullptr;
+}
+
+// As the menu does it, so the right to enter is asked; then the record, when what is on the screen may go.
+void MDIFormORVAN::openRecord(const QString& key, const QString& record) {
+    attempt(program_.dialogs, key, [&] { dispatcher_.onRequest(key); });
+    QMdiSubWindow* frame = frameOf(key);
+    auto* screen = frame ? qobject_cast<Screen*>(frame->widget()) : nullptr;
+    if (!screen || !screen->settleUnsaved()) return;
+    attempt(program_.dialogs, key, [&] { screen->showRecord(record); });
+}
+
 void MDIFormORVAN::openScreen(const ScreenEntry& entry) {
-    const QString frameName = QStringLiteral("pencere-") + entry.key;
-    for (QMdiSubWindow* window : area_->subWindowList()) {
-        if (window->objectName() != frameName) continue;
+    if (QMdiSubWindow* window = frameOf(entry.key)) {
         if (window->isMinimized()) window->showNormal();
         area_->setActiveSubWindow(window);
         return;
     }
     QWidget* content = entry.factory();
     QMdiSubWindow* window = area_->addSubWindow(content);
-    window->setObjectName(frameName);
+    window->setObjectName(frameName(entry.key));
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->installEventFilter(this);
     place(window, content->objectName());
@@ -112,6 +127,7 @@ void MDIFormORVAN::openScreen(const ScreenEntry& entry) {
             for (Screen* other : openScreens())
                 if (other != screen && !other->hasUnsaved()) other->refresh();
         });
+        connect(screen, &Screen::openRequested, this, &MDIFormORVAN::openRecord);
     }
     window->show();
     content->setFocus();

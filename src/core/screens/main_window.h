@@ -75,6 +75,8 @@ class MDIFormORVAN : public QMainWindow, public Shell {
     void showShortcuts();
     void showState();
     void closeScreens();
+    void openRecord(const QString& key, const QString& record);
+    QMdiSubWindow* frameOf(const QString& key) const; // nullptr when that screen is not open
     void rememberPlace(QMdiSubWindow* window);
     void place(QMdiSubWindow* window, const QString& name);
 

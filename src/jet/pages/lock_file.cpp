@@ -71,6 +71,17 @@ Membership LockFile::join() {
     return membership_;
 }
 
+bool LockFile::look() {
+    try {
+        file_ = io_.open(path_, OpenMode::ReadOnly);
+    } catch (const Error& error) {
+        if (error.number() != Err::FileNotFound && error.number() != Err::CannotOpen) throw;
+        return false;
+    }
+    membership_ = Membership::Listening;
+    return true;
+}
+
 bool LockFile::tryJoin() {
     if (openLockFile() == Opened::TryAgain) return false;
     if (membership_ == Membership::Alone) return true;

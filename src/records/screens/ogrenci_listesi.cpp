@@ -1,20 +1,17 @@
-// records/screens/ogrenci_listesi.cpp — the student list.
+// records/screens/ogrenci_listesi.cpp — the columns of the list by class.
 #include "records/screens/ogrenci_listesi.h"
-
-#include "records/student_list.h"
-#include "widgets/grid.h"
-
-#include <QApplication>
-#include <QHBoxLayout>
-#include <QPushButton>
-#include <QVBoxLayout>
 
 namespace orvan {
 
 namespace {
 
-std::vector<ListColumn> columns() {
-    return {
+RosterLook byClass() {
+    RosterLook look;
+    look.window = QStringLiteral("ogrenci_listesi");
+    look.list = QStringLiteral("ogrenciler");
+    look.groupBy = QStringLiteral("Sını&f:");
+    look.ungrouped = QStringLiteral("(sınıfı olmayanlar)");
+    look.columns = {
         {QStringLiteral("numara"), QStringLiteral("Kütük No"), ListKind::Text, 11},
         {QStringLiteral("adi"), QStringLiteral("Adı"), ListKind::Text, 16},
         {QStringLiteral("soyadi"), QStringLiteral("Soyadı"), ListKind::Text, 16},
@@ -25,60 +22,19 @@ std::vector<ListColumn> columns() {
         {QStringLiteral("kimlikNo"), QStringLiteral("T.C. Kimlik No"), ListKind::Text, 12},
         {QStringLiteral("isyeri"), QStringLiteral("İşyeri"), ListKind::Text, 30},
     };
-}
-
-ListRow rowOf(const StudentListRow& student) {
-    return {student.number, student.name,           student.surname,    student.className, student.profession,
-            student.stage,  student.registrationNo, student.identityNo, student.workplace};
+    look.groupOf = [](const StudentListRow& student) { return student.className; };
+    look.rowOf = [](const StudentListRow& student) -> ListRow {
+        return {student.number,         student.name,       student.surname,
+                student.className,      student.profession, student.stage,
+                student.registrationNo, student.identityNo, student.workplace};
+    };
+    return look;
 }
 
 } // namespace
 
 ogrenci_listesi::ogrenci_listesi(const QString& title, DatabaseSet& databases, Dialogs& dialogs,
                                  UserMemory& memory, const Clock& clock, QWidget* parent)
-    : Screen(QStringLiteral("ogrenci_listesi"), title, dialogs, parent), databases_(databases), clock_(clock),
-      grid_(new ListGrid(QStringLiteral("ogrenciler"), columns(), dialogs, memory, this)) {
-    grid_->sortAtFirstBy(QStringLiteral("sinif"));
-    grid_->setTitle(QStringLiteral("Öğrenci Listesi"));
-    grid_->setEmptyText(QStringLiteral("Bu düzeyde kayıtlı öğrenci yok."));
-    auto* again = new QPushButton(QStringLiteral("Y&enile"), this);
-    again->setObjectName(QStringLiteral("yenile"));
-    again->setToolTip(QStringLiteral("Listeyi yeniden okur (F5)"));
-    auto* leave = new QPushButton(QStringLiteral("Kapa&t"), this);
-    leave->setObjectName(QStringLiteral("kapat"));
-    leave->setToolTip(QStringLiteral("Pencereyi kapatır (Esc)"));
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    buttons->addWidget(again);
-    buttons->addWidget(leave);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(grid_, 1);
-    layout->addLayout(buttons);
-    connect(again, &QPushButton::clicked, this, &Screen::refresh);
-    connect(leave, &QPushButton::clicked, this, &Screen::closeWindow);
-    setFocusProxy(grid_);
-    refresh();
-}
-
-void ogrenci_listesi::refresh() {
-    attempt(QStringLiteral("ogrenci_listesi"), [this] { load(); });
-}
-
-void ogrenci_listesi::load() {
-    QApplication::setOverrideCursor(Qt::BusyCursor);
-    struct Restore {
-        ~Restore() { QApplication::restoreOverrideCursor(); }
-    } restore;
-    std::vector<ListRow> rows;
-    for (const StudentListRow& student : studentList(databases_.level().sql()))
-        rows.push_back(rowOf(student));
-    const Session& session = databases_.session();
-    QStringList notes{
-        QStringLiteral("%1 - %2 - %3")
-            .arg(levelText(session.level), dataSetCaption(session.mode), dateText(clock_.today()))};
-    if (!session.schoolName.isEmpty()) notes.prepend(session.schoolName);
-    grid_->setNotes(notes);
-    grid_->setRows(std::move(rows));
-}
+    : StudentRoster(byClass(), title, databases, dialogs, memory, clock, parent) {}
 
 } // namespace orvan

@@ -13,6 +13,10 @@ const QString kInForce = QString::fromLatin1(kInForceField);
 const QString kShortName = QStringLiteral("Ta_Tanim_Kisaisim");
 const QString kRegistration = QStringLiteral("Ta_Tanim_Tescil_No");
 
+const QString kYearsGroup = QStringLiteral("Eğitim Süresi İ.Ö - Lise - Usta");
+const QString kYearsByClassGroup = QStringLiteral("Eğitim Süresi (9-10-11-12)");
+const QString kRatesGroup = QStringLiteral("Sigorta primleri");
+
 constexpr int kNameWidth = 36, kShortWidth = 20;
 
 FormField code() { return {kCode, QStringLiteral("&Kod:"), FieldKind::Code, 0, 10}; }
@@ -25,12 +29,14 @@ FormField version() { return {kVersion, QStringLiteral("Program:"), FieldKind::C
 
 FormField years(const char* name, const QString& label) {
     FormField field{QString::fromLatin1(name), label, FieldKind::Number, 1, 8, 1};
+    field.group = kYearsGroup;
     field.limits = {0, 9, 0};
     return field;
 }
 
 FormField rate(const char* name, const QString& label) {
     FormField field{QString::fromLatin1(name), label, FieldKind::Decimal, 0, 8, 1};
+    field.group = kRatesGroup;
     field.limits = {0, 100, 5};
     return field;
 }
@@ -47,9 +53,9 @@ std::vector<FormField> professionFields() {
             {kRegistration, QStringLiteral("İşyeri tescil &no:"), FieldKind::Code, 0, 26},
             {QStringLiteral("TA_Tanim_Tehlike_Sinifi"), QStringLiteral("Te&hlike sınıfı:"), FieldKind::Code,
              0, 10},
-            years("Ta_Ilkogretim_Sure", QStringLiteral("Eğitim süresi, İ.Ö (yıl):")),
-            years("Ta_Lise_Sure", QStringLiteral("Eğitim süresi, Lise (yıl):")),
-            years("Ta_Ustalik_Sure", QStringLiteral("Eğitim süresi, Usta (yıl):")),
+            years("Ta_Ilkogretim_Sure", QStringLiteral("İ.Ö (yıl):")),
+            years("Ta_Lise_Sure", QStringLiteral("Lise (yıl):")),
+            years("Ta_Ustalik_Sure", QStringLiteral("Usta (yıl):")),
             rate("TA_Tanim_prim_cirak_hastalik_sigortasi", QStringLiteral("Çırak hastalık primi (%):")),
             rate("TA_Tanim_prim_is_kazalari_hastalik_sigortasi",
                  QStringLiteral("İş kazası ve meslek hast. primi (%):")),
@@ -97,13 +103,72 @@ std::vector<ListColumn> columnsOf(const DefinitionGroup& group) {
     return columns;
 }
 
+std::vector<FormField> courseFields() {
+    const auto hours = [](const char* name, const QString& label, int most) {
+        FormField field{QString::fromLatin1(name), label, FieldKind::Number, 0, 8, 1};
+        field.limits = {0, static_cast<double>(most), 0};
+        return field;
+    };
+    return {{QStringLiteral("DersKodu"), QStringLiteral("&Kod:"), FieldKind::Code, 0, 12},
+            {QStringLiteral("DersAdi"), QStringLiteral("Ders &adı:"), FieldKind::Text, 0, kNameWidth},
+            {QStringLiteral("DersKisaAdi"), QStringLiteral("Kısa adı:"), FieldKind::Text, 0, kShortWidth},
+            {QStringLiteral("DersTuru"), QStringLiteral("Ders tü&rü:"), FieldKind::Choice, 0, 18},
+            {kVersion, QStringLiteral("Program (ders):"), FieldKind::Choice, 0, 24},
+            hours("DersHaftalikSaat", QStringLiteral("&Haftalık saat:"), 99),
+            hours("DersToplamSaat", QStringLiteral("Toplam saat:"), 9999),
+            {QStringLiteral("Bitirme_Sinav_Turu"), QStringLiteral("Bitirme sınavı türü:"), FieldKind::Text, 0,
+             12, 1},
+            {QStringLiteral("DersUygulama"), QStringLiteral("&Uygulama dersi"), FieldKind::Check, 0, 0, 1},
+            {QStringLiteral("DersTurkce"), QStringLiteral("Türkçe dersi"), FieldKind::Check, 0, 0, 1}};
+}
+
+std::vector<ListColumn> courseColumns() {
+    return {{QStringLiteral("DersKodu"), QStringLiteral("Kod"), ListKind::Text, 10},
+            {QStringLiteral("DersAdi"), QStringLiteral("Ders adı"), ListKind::Text, 36},
+            {QStringLiteral("DersKisaAdi"), QStringLiteral("Kısa adı"), ListKind::Text, 14},
+            {QStringLiteral("DersTuru"), QStringLiteral("Tür"), ListKind::Text, 5},
+            {QStringLiteral("DersHaftalikSaat"), QStringLiteral("Haftalık"), ListKind::Number, 8},
+            {QStringLiteral("DersToplamSaat"), QStringLiteral("Toplam"), ListKind::Number, 8},
+            {QStringLiteral("Bitirme_Sinav_Turu"), QStringLiteral("Bitirme türü"), ListKind::Text, 12, false},
+            {QStringLiteral("YururlulukTarihi"), QStringLiteral("Yürürlük"), ListKind::Date, 10}};
+}
+
+DefinitionLayout withWidths(DefinitionLayout layout, const Schema& schema, const char* table) {
+    for (FormField& field : layout.fields)
+        if (field.maxLength == 0) field.maxLength = schema.width(table, utf8(field.name));
+    return layout;
+}
+
 } // namespace
 
 DefinitionLayout definitionLayout(const DefinitionGroup& group, const Schema& schema) {
-    DefinitionLayout layout{fieldsOf(QLatin1String(group.command)), columnsOf(group)};
+    return withWidths({fieldsOf(QLatin1String(group.command)), columnsOf(group)}, schema, "Parametrik_giris");
+}
+
+DefinitionLayout coursePoolLayout(const Schema& schema) {
+    return withWidths({courseFields(), courseColumns()}, schema, "DersHavuzu");
+}
+
+DefinitionLayout professionByClassLayout(const Schema& schema) {
+    DefinitionLayout layout = definitionLayout(definitionGroup(QStringLiteral("Meslekler")), schema);
     for (FormField& field : layout.fields)
-        if (field.maxLength == 0) field.maxLength = schema.width("Parametrik_giris", utf8(field.name));
+        if (field.group == kYearsGroup) {
+            field.group = kYearsByClassGroup;
+            field.tip = QStringLiteral("Örnek: 4-4-4-4");
+        }
     return layout;
+}
+
+std::vector<Choice> versionChoices() {
+    std::vector<Choice> choices;
+    for (int version = kFirstVersion; version <= kLastVersion; ++version)
+        choices.push_back({QString::number(version),
+                           QStringLiteral("%1. program (%2)").arg(version).arg(versionInForceFrom(version))});
+    return choices;
+}
+
+std::vector<Choice> courseKindChoices() {
+    return {{QStringLiteral("K"), QStringLiteral("Kültür")}, {QStringLiteral("M"), QStringLiteral("Meslek")}};
 }
 
 } // namespace orvan

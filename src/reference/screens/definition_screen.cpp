@@ -2,7 +2,7 @@
 #include "reference/screens/definition_screen.h"
 
 #include "core/values.h"
-#include "reference/screens/definition_layouts.h"
+#include "reference/definition_list.h"
 #include "reference/screens/screen_buttons.h"
 #include "widgets/choice_list.h"
 #include "widgets/form.h"
@@ -21,8 +21,6 @@ namespace orvan {
 
 namespace {
 
-const QString kCode = QString::fromLatin1(kCodeField);
-const QString kVersion = QString::fromLatin1(kVersionField);
 const QString kKey = QStringLiteral("programVeKod");
 
 QString upperFirst(const QString& words) {
@@ -30,13 +28,26 @@ QString upperFirst(const QString& words) {
                                                : words.left(1).toUpper() + words.mid(1);
 }
 
+DefinitionParts definitionParts(const QString& command, const QString& title, DatabaseSet& databases,
+                                Dialogs& dialogs) {
+    const DefinitionGroup& group = definitionGroup(command);
+    return {std::make_unique<DefinitionList>(databases, dialogs, group, title),
+            definitionLayout(group, databases.schema()), QStringLiteral("tanimlar-") + command};
+}
+
 } // namespace
 
 DefinitionScreen::DefinitionScreen(const QString& name, const QString& command, const QString& title,
                                    DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
                                    QWidget* parent)
-    : Screen(name, title, dialogs, parent), databases_(databases),
-      list_(databases, dialogs, definitionGroup(command), title) {
+    : DefinitionScreen(name, title, definitionParts(command, title, databases, dialogs), databases, dialogs,
+                       memory, parent) {}
+
+DefinitionScreen::DefinitionScreen(const QString& name, const QString& title, DefinitionParts parts,
+                                   DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
+                                   QWidget* parent)
+    : Screen(name, title, dialogs, parent), databases_(databases), parts_(std::move(parts)),
+      list_(*parts_.records), version_(parts_.choosesVersion ? kLastVersion : 0) {
     build(memory);
     attempt(objectName(), [this] {
         reload();
@@ -45,15 +56,15 @@ DefinitionScreen::DefinitionScreen(const QString& name, const QString& command, 
 }
 
 void DefinitionScreen::build(UserMemory& memory) {
-    DefinitionLayout look = definitionLayout(list_.group(), databases_.schema());
-    std::vector<ListColumn> columns = look.columns;
+    std::vector<ListColumn> columns = parts_.layout.columns;
     columns.push_back({kKey, QStringLiteral("Program/Kod"), ListKind::Text, 10, false});
-    const QString name = QStringLiteral("tanimlar-") + QLatin1String(list_.group().command);
-    grid_ = new ListGrid(name, columns, dialogs(), memory, this); // each group's list has its own layout
+    auto* layout = new QVBoxLayout(this);
+    if (parts_.choosesVersion) layout->addLayout(buildVersions());
+    grid_ = new ListGrid(parts_.listName, columns, dialogs(), memory, this);
     grid_->setKeyColumn(columns.size() - 1);
     grid_->setTitle(windowTitle().remove(QStringLiteral("[*]")));
-    grid_->setEmptyText(QStringLiteral("Henüz %1 tanımlanmamış. “Yeni” ile ekleyiniz.").arg(list_.name()));
-    form_ = new EntryForm(look.fields, this);
+    grid_->setEmptyText(QStringLiteral("Henüz %1 tanımlanmamış. “Yeni” ile ekleyiniz.").arg(list_.one()));
+    form_ = new EntryForm(parts_.layout.fields, this);
     heading_ = new QLabel(this);
     heading_->setObjectName(QStringLiteral("tanim"));
     heading_->setTextFormat(Qt::PlainText);
@@ -66,7 +77,6 @@ void DefinitionScreen::build(UserMemory& memory) {
     result_->setWordWrap(true);
     offerVersions();
 
-    auto* layout = new QVBoxLayout(this);
     layout->addWidget(grid_, 1);
     layout->addWidget(heading_);
     layout->addWidget(form_);
@@ -83,12 +93,13 @@ void DefinitionScreen::build(UserMemory& memory) {
 }
 
 QHBoxLayout* DefinitionScreen::buildButtons() {
-    auto* fresh = makeButton("yeni", QStringLiteral("Y&eni"), QStringLiteral("Yeni bir tanım açar (Ctrl+N)"),
-                             this, [this] { startNew(); });
-    saveButton_ = makeButton("kaydet", QStringLiteral("Kay&det"), QStringLiteral("Tanımı kaydeder (Ctrl+S)"),
-                             this, [this] { save(); });
+    auto* fresh = makeButton("yeni", QStringLiteral("Y&eni"),
+                             QStringLiteral("Yeni bir %1 açar (Ctrl+N)").arg(parts_.recordWord), this,
+                             [this] { startNew(); });
+    saveButton_ = makeButton("kaydet", QStringLiteral("Kay&det"), QStringLiteral("Kaydeder (Ctrl+S)"), this,
+                             [this] { save(); });
     removeButton_ =
-        makeButton("sil", QStringLiteral("&Sil"), QStringLiteral("Listede seçili tanımı siler (önce sorar)"),
+        makeButton("sil", QStringLiteral("&Sil"), QStringLiteral("Listede seçili olanı siler (önce sorar)"),
                    this, [this] { removeCurrent(); });
     auto* output = makeButton("yazdir", QStringLiteral("Yazdı&r"),
                               QStringLiteral("Listeyi yazdırır; dosyaya vermek için listenin üstündeki "
@@ -122,22 +133,56 @@ void DefinitionScreen::addButton(QPushButton* button) {
 }
 
 void DefinitionScreen::offerVersions() {
-    if (list_.group().versions == Versions::None) return;
-    std::vector<Choice> choices;
-    for (int version = kFirstVersion; version <= kLastVersion; ++version)
-        choices.push_back({QString::number(version),
-                           QStringLiteral("%1. program (%2)").arg(version).arg(versionInForceFrom(version))});
-    form_->choiceList(kVersion)->setChoices(std::move(choices));
+    if (list_.versionField().isEmpty()) return;
+    form_->choiceList(list_.versionField())->setChoices(versionChoices());
+    for (const auto& [field, choices] : parts_.choices)
+        form_->choiceList(field)->setChoices(choices);
+}
+
+QHBoxLayout* DefinitionScreen::buildVersions() {
+    auto* label = new QLabel(QStringLiteral("&Program:"), this);
+    versions_ = new ChoiceList(24, this);
+    versions_->setObjectName(QStringLiteral("program"));
+    versions_->setChoices(versionChoices());
+    versions_->setCode(QString::number(version_));
+    label->setBuddy(versions_);
+    connect(versions_, &ChoiceList::codeChanged, this,
+            [this](const QString& code) { chooseVersion(code.toInt()); });
+    connect(versions_, &ChoiceList::enterPressed, this, [this] { grid_->setFocus(Qt::TabFocusReason); });
+    auto* line = new QHBoxLayout;
+    line->addWidget(label);
+    line->addWidget(versions_);
+    line->addStretch(1);
+    return line;
+}
+
+void DefinitionScreen::chooseVersion(int version) {
+    if (version == 0 || version == version_ || busy_) return;
+    if (!settleUnsaved()) {
+        versions_->setCode(QString::number(version_));
+        return;
+    }
+    showVersion(version);
+}
+
+void DefinitionScreen::showVersion(int version) {
+    attempt(objectName(), [&] {
+        version_ = version;
+        versions_->setCode(QString::number(version));
+        reload();
+        showRow(rows_.empty() ? nullptr : &rows_[grid_->currentRow().value_or(0)]);
+    });
 }
 
 QString DefinitionScreen::keyOf(const FieldTexts& values) const {
-    const auto version = values.find(kVersion);
-    return version == values.end() ? values.at(kCode) : version->second + QLatin1Char('/') + values.at(kCode);
+    const QString code = values.at(list_.fields().front());
+    const auto version = values.find(list_.versionField());
+    return version == values.end() ? code : version->second + QLatin1Char('/') + code;
 }
 
 ListRow DefinitionScreen::listRow(const StoredRow& row) const {
     ListRow cells;
-    for (const ListColumn& column : definitionLayout(list_.group(), databases_.schema()).columns) {
+    for (const ListColumn& column : parts_.layout.columns) {
         const QString text = row.values.at(column.key);
         cells.push_back(column.kind == ListKind::Number && !text.isEmpty() ? QVariant(text.toDouble())
                                                                            : QVariant(text));
@@ -149,6 +194,10 @@ ListRow DefinitionScreen::listRow(const StoredRow& row) const {
 void DefinitionScreen::reload() {
     const QScopedValueRollback busy(busy_, true);
     rows_ = list_.rows();
+    if (version_ != 0)
+        std::erase_if(rows_, [&](const StoredRow& row) {
+            return row.values.at(list_.versionField()).toInt() != version_;
+        });
     std::vector<ListRow> cells;
     for (const StoredRow& row : rows_)
         cells.push_back(listRow(row));
@@ -192,8 +241,7 @@ void DefinitionScreen::showRow(const StoredRow* row) {
         form_->setValue(name, row_ ? row_->values.at(name) : QString());
         shown_[name] = form_->value(name);
     }
-    heading_->setText(row_ ? definitionName(list_.group(), row_->values)
-                           : upperFirst(QStringLiteral("yeni ") + list_.name()));
+    heading_->setText(row_ ? list_.nameOf(row_->values) : upperFirst(QStringLiteral("yeni ") + list_.one()));
     removeButton_->setEnabled(row_.has_value());
     result_->clear();
 }
@@ -202,9 +250,11 @@ void DefinitionScreen::startNew() {
     if (!settleUnsaved()) return;
     attempt(QStringLiteral("Yeni tanım"), [this] {
         showRow(nullptr);
-        if (list_.group().versions == Versions::None) form_->setValue(kCode, list_.nextCode());
+        const QString& code = list_.fields().front();
+        form_->setValue(code, list_.nextCode());
+        if (version_ != 0) form_->setValue(list_.versionField(), QString::number(version_));
         grid_->view()->clearSelection();
-        form_->focusField(kCode);
+        form_->focusField(code);
     });
 }
 
@@ -266,7 +316,7 @@ bool DefinitionScreen::trySave() {
     const StoredRow stored = *row_;
     showRow(&stored);
     afterChange((isNew ? QStringLiteral("Eklendi: ") : QStringLiteral("Kaydedildi: ")) +
-                definitionName(list_.group(), stored.values));
+                list_.nameOf(stored.values));
     return true;
 }
 
@@ -289,7 +339,7 @@ void DefinitionScreen::afterChange(const QString& words) {
 void DefinitionScreen::removeCurrent() {
     if (!row_ || busy_) return;
     attempt(QStringLiteral("Tanım silme"), [this] {
-        const QString name = definitionName(list_.group(), row_->values);
+        const QString name = list_.nameOf(row_->values);
         const size_t place = grid_->currentRow().value_or(0);
         if (!list_.remove(*row_)) return;
         row_.reset();

@@ -1,4 +1,5 @@
-// reference/screens/definition_windows.h — the eight windows of coded definitions, by their own names.
+// reference/screens/definition_windows.h — the windows of coded definitions and of the course pool, by their
+// own names.
 #pragma once
 
 #include "reference/screens/definition_screen.h"
@@ -61,22 +62,41 @@ class frmSemt : public DefinitionScreen {
                            dialogs, memory, parent) {}
 };
 
+// With "Ana Meslek Değiştir…", which opens the window that changes students' main professions.
 class frmAnaMeslek : public DefinitionScreen {
     Q_OBJECT
   public:
     frmAnaMeslek(const QString& title, DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
-                 QWidget* parent = nullptr)
-        : DefinitionScreen(QStringLiteral("frmAnaMeslek"), QStringLiteral("AnaMeslek"), title, databases,
+                 QWidget* parent = nullptr);
+};
+
+// The professions of every curriculum version.
+class frmBolumTanimi : public DefinitionScreen {
+    Q_OBJECT
+  public:
+    frmBolumTanimi(const QString& title, DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
+                   QWidget* parent = nullptr)
+        : DefinitionScreen(QStringLiteral("frmBolumTanimi"), QStringLiteral("Meslekler"), title, databases,
                            dialogs, memory, parent) {}
 };
 
-class frmMeslekler : public DefinitionScreen {
+// The professions of one version at a time, lengths of training by class: opened beside a curriculum, at its
+// version.
+class frmBolumTanimi2 : public DefinitionScreen {
     Q_OBJECT
   public:
-    frmMeslekler(const QString& title, DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
-                 QWidget* parent = nullptr)
-        : DefinitionScreen(QStringLiteral("frmMeslekler"), QStringLiteral("Meslekler"), title, databases,
-                           dialogs, memory, parent) {}
+    // `title`: that of the right to write.
+    frmBolumTanimi2(const QString& title, DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
+                    QWidget* parent = nullptr);
+    void showRecord(const QString& version) override;
+};
+
+// The course pool, one version at a time.
+class frmDersHavuzu : public DefinitionScreen {
+    Q_OBJECT
+  public:
+    frmDersHavuzu(const QString& title, DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory,
+                  QWidget* parent = nullptr);
 };
 
 } // namespace orvan

@@ -6,6 +6,10 @@
 
 namespace orvan {
 
+// Windows that other windows open; no command of the menu stands behind them.
+inline constexpr auto kProfessionsOfVersionKey = "BolumTanimi2";
+inline constexpr auto kMainProfessionChangeKey = "AnaMeslekDegistir";
+
 // Enter presses it; without the focus of the window's first field.
 inline QPushButton* makeButton(const char* name, const QString& text, const QString& tip, QWidget* parent,
                                std::function<void()> pressed) {

@@ -8,14 +8,14 @@ namespace orvanctl {
 
 struct DemoOptions {
     QString folder;
-    int students = 300; // at the level Kalfa; a fifth as many more at the level Usta
+    int students = 1200; // of all three levels
     unsigned seed = 1923;
     QString user = QStringLiteral("yonetici"); // with every right; "memur" may only look
     QString password = QStringLiteral("orvan");
 };
 
 struct DemoCounts {
-    int students = 0, masters = 0, workplaces = 0, coordinators = 0;
+    int apprentices = 0, masters = 0, instructors = 0, workplaces = 0, coordinators = 0, photos = 0;
 };
 
 // Throws std::runtime_error when the folder is not empty and no demo centre, jet::Error when a file fails.

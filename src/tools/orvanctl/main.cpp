@@ -38,11 +38,12 @@ void runDemo(const QStringList& words) {
     demo.password = options.text(QStringLiteral("--password"), demo.password);
     const auto made = orvanctl::makeDemoCentre(demo);
     std::printf(
-        "Demo kurum hazır: %s\n%d kalfa öğrencisi, %d usta öğrencisi, %d işletme, %d koordinatör öğretmen\n"
+        "Demo kurum hazır: %s\n"
+        "%d kalfa, %d usta, %d usta öğretici öğrencisi, %d işletme, %d koordinatör öğretmen, %d fotoğraf\n"
         "Kullanıcı: %s / %s (salt okur: memur / %s)\n",
-        demo.folder.toLocal8Bit().constData(), made.students, made.masters, made.workplaces,
-        made.coordinators, demo.user.toUtf8().constData(), demo.password.toUtf8().constData(),
-        demo.password.toUtf8().constData());
+        demo.folder.toLocal8Bit().constData(), made.apprentices, made.masters, made.instructors,
+        made.workplaces, made.coordinators, made.photos, demo.user.toUtf8().constData(),
+        demo.password.toUtf8().constData(), demo.password.toUtf8().constData());
 }
 
 void printLines(const QStringList& lines) {

@@ -1,5 +1,6 @@
 // The programs as a person at a terminal sees them: a demo centre that the rules and other programs can read.
 #include "catalog/all_tables.h"
+#include "core/clock.h"
 #include "core/database_set.h"
 #include "core/users.h"
 #include "core/values.h"
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QProcess>
 #include <QSet>
 #include <QStandardPaths>
@@ -52,30 +54,108 @@ TEST_F(DemoTest, CentreIsWholeAndTheSignInWorks) {
     EXPECT_EQ(checkSignIn(databases.constants().database(), "yonetici", "orvan").outcome, SignIn::Accepted);
     EXPECT_EQ(rightsOf(databases.constants().sql(), "yonetici", "Hızlı Öğrenci Kayıt"), (Rights{true, true}));
     EXPECT_EQ(rightsOf(databases.constants().sql(), "memur", "Hızlı Öğrenci Kayıt"), (Rights{true, false}));
-    const auto list = studentList(databases.level().sql());
-    ASSERT_EQ(list.size(), 60u);
-    QSet<QString> identities, numbers;
-    for (const StudentListRow& row : list) {
-        EXPECT_TRUE(isIdentityNumber(row.identityNo)) << row.identityNo.toStdString();
-        EXPECT_TRUE(row.number.startsWith(row.professionCode));
-        EXPECT_FALSE(row.profession.isEmpty());
-        identities << row.identityNo;
-        numbers << row.number;
-    }
-    EXPECT_EQ(identities.size(), 60);
-    EXPECT_EQ(numbers.size(), 60);
-    for (const char* file : {"Sabit.mdb", "Isletme.mdb", "Koord.mdb", "KALFA.MDB", "USTA.MDB"}) {
+    for (const char* file :
+         {"Sabit.mdb", "Isletme.mdb", "Koord.mdb", "KALFA.MDB", "USTA.MDB", "USTAOGR.MDB"}) {
         const auto database = jet::Database::open(filePath(folder + "/Data/" + file));
         for (const jet::Fault& fault : jet::checkDatabase(*database).faults)
             ADD_FAILURE() << file << ": " << fault.table << ' ' << fault.text;
     }
 }
 
+TEST_F(DemoTest, StudentsOfAllLevelsAreConsistent) {
+    ASSERT_EQ(make().status, 0);
+    const ProgramFolder program(folder);
+    Session session;
+    DatabaseSet databases(program, session, allTables());
+    QSet<QString> identities;
+    const struct {
+        Level level;
+        size_t students;
+        int youngest; // at registration
+    } levels[] = {{Level::Kalfa, 44, 13}, {Level::Usta, 12, 18}, {Level::UstaOgretici, 4, 22}};
+    for (const auto& each : levels) {
+        SCOPED_TRACE(levelText(each.level).toStdString());
+        session.level = each.level;
+        databases.connect();
+        auto& level = databases.level().sql();
+        const auto list = studentList(level);
+        ASSERT_EQ(list.size(), each.students);
+        QSet<QString> numbers, classes;
+        const auto defined = level.query("SELECT SinifAdi, EgtGunu_1, EgtBaslangic_2 FROM Sinif");
+        for (size_t i = 0; i < defined.rowCount(); ++i) {
+            classes << toText(defined.at(i, size_t{0}));
+            EXPECT_FALSE(toText(defined.at(i, 1)).isEmpty() || toText(defined.at(i, 2)).isEmpty());
+        }
+        for (const StudentListRow& row : list) {
+            EXPECT_TRUE(isIdentityNumber(row.identityNo)) << row.identityNo.toStdString();
+            EXPECT_TRUE(row.number.startsWith(row.professionCode));
+            EXPECT_FALSE(row.profession.isEmpty());
+            EXPECT_TRUE(classes.contains(row.className)) << row.className.toStdString();
+            EXPECT_EQ(row.workplace.isEmpty(), row.master.isEmpty() || row.coordinator.isEmpty());
+            identities << row.identityNo;
+            numbers << row.number;
+        }
+        EXPECT_EQ(numbers.size(), static_cast<qsizetype>(each.students));
+        const auto dates =
+            level.query("SELECT Ogr_Dogum_Tarihi, Ogr_Kayit_Tarihi, Ogr_calistigi_ise_giris_tarihi, "
+                        "Ogr_calistigi_isden_ayrilis_tarihi, Ogr_Ayrilis_Nedeni FROM OgrenciBilgisi");
+        for (size_t i = 0; i < dates.rowCount(); ++i) {
+            const auto day = [&](size_t column) { return dateFromText(toText(dates.at(i, column))); };
+            ASSERT_TRUE(day(0) && day(1));
+            EXPECT_LE(day(0)->addYears(each.youngest), *day(1));
+            EXPECT_LE(*day(1), day(2).value_or(*day(1)));
+            EXPECT_LE(day(2).value_or(QDate()), day(3).value_or(QDate::currentDate()));
+            EXPECT_EQ(day(3).has_value(), !toText(dates.at(i, 4)).isEmpty());
+            for (size_t column = 0; column < 4; ++column)
+                EXPECT_LE(day(column).value_or(QDate()), QDate::currentDate());
+        }
+        EXPECT_FALSE(level.query("SELECT * FROM MeslekDersHavuzu WHERE ID = 4").empty());
+    }
+    EXPECT_EQ(identities.size(), 60);
+}
+
+// A workplace's numbers of students are those of the students who name it, and the same of the teachers.
+TEST_F(DemoTest, CountsOfWorkplacesAndTeachersAreThoseOfTheStudents) {
+    ASSERT_EQ(make().status, 0);
+    const ProgramFolder program(folder);
+    Session session;
+    DatabaseSet databases(program, session, allTables());
+    std::map<QString, int> atWorkplace, ofTeacher;
+    for (const Level level : {Level::Kalfa, Level::Usta, Level::UstaOgretici}) {
+        session.level = level;
+        databases.connect();
+        for (const StudentListRow& row : studentList(databases.level().sql())) {
+            if (row.workplace.isEmpty()) continue;
+            ++atWorkplace[row.workplace];
+            ++ofTeacher[row.coordinator];
+        }
+    }
+    const auto places = databases.workplaces().sql().query(
+        "SELECT K_Adi, K_Toplam_Ogrenci_Sayisi, K_Toplam_Ogrenci_Sayisi2, K_Toplam_Ogrenci_Sayisi3, "
+        "K_egitim_Sorumlusu FROM isletme_Bilgisi");
+    const auto number = [](const jet::Value& value) {
+        return value.isNull() ? 0 : static_cast<int>(value.toInt());
+    };
+    for (size_t i = 0; i < places.rowCount(); ++i) {
+        EXPECT_EQ(number(places.at(i, 1)) + number(places.at(i, 2)) + number(places.at(i, 3)),
+                  atWorkplace[toText(places.at(i, size_t{0}))]);
+        EXPECT_FALSE(toText(places.at(i, 4)).isEmpty());
+    }
+    const auto teachers = databases.coordinators().sql().query(
+        "SELECT KO_Ogretmen_Adi & ' ' & KO_Ogretmen_Soyadi, ko_toplam_ogrenci FROM KoordinatorBilgisi");
+    for (size_t i = 0; i < teachers.rowCount(); ++i)
+        EXPECT_EQ(number(teachers.at(i, 1)), ofTeacher[toText(teachers.at(i, size_t{0}))]);
+    const QStringList photos = QDir(program.resolve("\data\fotograf")).entryList({"*.jpg"});
+    EXPECT_EQ(photos.size(), 4);
+    for (const QString& photo : photos)
+        EXPECT_FALSE(QImage(program.resolve("\data\fotograf\" + photo)).isNull());
+}
+
 TEST_F(DemoTest, OtherProgramsReadTheRows) {
     if (QStandardPaths::findExecutable("mdb-export").isEmpty()) GTEST_SKIP() << "mdb-export is not installed";
     ASSERT_EQ(make().status, 0);
     const Outcome exported = run("mdb-export", {"-H", folder + "/Data/KALFA.MDB", "OgrenciBilgisi"});
-    EXPECT_EQ(exported.out.count('\n'), 60);
+    EXPECT_EQ(exported.out.count('\n'), 44);
     EXPECT_TRUE(exported.out.contains("Mesleki Eğitim"));
 }
 

@@ -118,7 +118,11 @@ class Writer {
     }
 
   private:
-    std::string firstField() { return db_.tableDef(name_).fields.at(0).name; }
+    // A name that no table has where the table has no field.
+    std::string firstField() {
+        const jet::TableDef def = db_.tableDef(name_);
+        return def.fields.empty() ? "Yok" : def.fields.front().name;
+    }
     std::vector<jet::RowId> someRows(jet::Table& table) {
         std::vector<jet::RowId> rows;
         refusable([&] {

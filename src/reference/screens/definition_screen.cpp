@@ -140,7 +140,7 @@ void DefinitionScreen::offerVersions() {
 }
 
 QHBoxLayout* DefinitionScreen::buildVersions() {
-    auto* label = new QLabel(QStringLiteral("&Program:"), this);
+    auto* label = new QLabel(QStringLiteral("Program:"), this);
     versions_ = new ChoiceList(24, this);
     versions_->setObjectName(QStringLiteral("program"));
     versions_->setChoices(versionChoices());

@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QSplitter>
 #include <QTableView>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace orvan {
@@ -23,7 +24,7 @@ using namespace curriculum_field;
 
 namespace {
 
-constexpr int kGridShare = 2, kPoolShare = 1; // of the width
+constexpr int kGridShare = 3, kPoolShare = 1; // of the width
 
 EditColumn number(const QString& key, const QString& title, int width, double least, double most) {
     EditColumn column{key, title, CellKind::Number, width};
@@ -114,7 +115,7 @@ QLayout* FrmMeslekDersHavuzu::buildChoices() {
     level_ = addChoice(layout, 1, 0, QStringLiteral("Düzey:"), "duzey", 12);
     track_ = addChoice(layout, 1, 2, QStringLiteral("Öğre&nim:"), "ogrenim", 22);
     year_ = addChoice(layout, 1, 4, QStringLiteral("Öğrenim yılı:"), "yil", 12);
-    layout->setColumnStretch(5, 1);
+    layout->setColumnStretch(6, 1);
     version_->setChoices(versionChoices());
     std::vector<Choice> levels;
     for (const QString& text : curriculumLevels())
@@ -139,6 +140,8 @@ QWidget* FrmMeslekDersHavuzu::buildPool(UserMemory& memory) {
                       {QStringLiteral("DersHaftalikSaat"), QStringLiteral("Saat"), ListKind::Number, 5},
                       {QStringLiteral("DersTuru"), QStringLiteral("Tür"), ListKind::Text, 4}},
                      dialogs(), memory, side);
+    for (QToolButton* tool : poolGrid_->findChildren<QToolButton*>())
+        tool->hide(); // the narrow side has room for the search alone; the pool prints in its own window
     poolGrid_->setTitle(QStringLiteral("Ders Havuzu"));
     poolGrid_->setEmptyText(QStringLiteral("Bu programın havuzunda ders yok."));
     layout->addWidget(poolGrid_, 1);
@@ -157,7 +160,7 @@ QLayout* FrmMeslekDersHavuzu::buildButtons() {
         button("yukari", "Y&ukarı", "Satırı bir yukarı alır (Alt+Yukarı)", [this] { moveCurrent(-1); }));
     rows->addWidget(
         button("asagi", "&Aşağı", "Satırı bir aşağı alır (Alt+Aşağı)", [this] { moveCurrent(1); }));
-    rows->addWidget(button("bitirme", "&Bitirme Dersleri…",
+    rows->addWidget(button("bitirme", "Bitirme Dersleri…",
                            "Mesleğin her dersi için bir bitirme dersi oluşturur (önce sorar)",
                            [this] { makeFinalExam(); }));
     rows->addWidget(button("hazir", "&Hazır Dersler…", "Mesleğin hazır derslerini yükler (önce sorar)",

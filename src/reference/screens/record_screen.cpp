@@ -29,6 +29,11 @@ QLabel* makeLabel(const char* name, QWidget* parent) {
     return label;
 }
 
+QVariant cell(const ListColumn& column, const StoredRow& row) {
+    const QString text = row.values.at(column.key);
+    return column.kind == ListKind::Number && !text.isEmpty() ? QVariant(text.toDouble()) : QVariant(text);
+}
+
 QString upperFirst(const QString& words) { return upperTurkish(words.left(1)) + words.mid(1); }
 
 } // namespace
@@ -39,10 +44,12 @@ RecordScreen::RecordScreen(const QString& name, const QString& title, Dialogs& d
 
 void RecordScreen::build(RecordParts parts) {
     parts_ = std::move(parts);
+    if (parts_.name.isEmpty()) parts_.name = parts_.columns.front().key;
     for (const FormPage& page : parts_.pages)
         for (const FormField& field : page.fields)
             fields_ << field.name;
-    splitter_ = new QSplitter(this);
+    section_ = new QWidget(this);
+    splitter_ = new QSplitter(section_);
     splitter_->setObjectName(QStringLiteral("bolme"));
     splitter_->setChildrenCollapsible(false);
     grid_ = new ListGrid(parts_.listName, parts_.columns, dialogs(), memory_, splitter_);
@@ -63,8 +70,11 @@ void RecordScreen::build(RecordParts parts) {
     splitter_->setStretchFactor(0, 2);
     splitter_->setStretchFactor(1, 3);
     result_ = makeLabel("sonuc", this);
+    auto* sectionLayout = new QVBoxLayout(section_);
+    sectionLayout->setContentsMargins(0, 0, 0, 0);
+    sectionLayout->addWidget(splitter_, 1);
     layout_ = new QVBoxLayout(this);
-    layout_->addWidget(splitter_, 1);
+    layout_->addWidget(section_, 1);
     layout_->addWidget(result_);
     layout_->addLayout(buildButtons());
     setFocusProxy(grid_);
@@ -110,18 +120,21 @@ void RecordScreen::addSection(const QString& title, QWidget* page) {
     if (!sections_) {
         sections_ = new QTabWidget(this);
         sections_->setObjectName(QStringLiteral("bolumler"));
-        layout_->replaceWidget(splitter_, sections_);
-        auto* first = new QWidget(sections_);
-        auto* firstLayout = new QVBoxLayout(first);
-        firstLayout->addWidget(splitter_);
-        sections_->addTab(first, parts_.section);
+        layout_->replaceWidget(section_, sections_);
         layout_->setStretchFactor(sections_, 1);
+        section_->layout()->setContentsMargins(layout_->contentsMargins());
+        sections_->addTab(section_, parts_.section);
     }
     auto* holder = new QWidget(sections_);
     auto* layout = new QVBoxLayout(holder);
     layout->addWidget(page);
     holder->setFocusProxy(page);
     sections_->addTab(holder, title);
+}
+
+void RecordScreen::addHeader(QWidget* header) {
+    static_cast<QVBoxLayout*>(section_->layout())->insertWidget(0, header);
+    setTabOrder(header, grid_);
 }
 
 void RecordScreen::showRecordSection() {
@@ -147,7 +160,23 @@ void RecordScreen::load() {
     });
 }
 
-QString RecordScreen::nameOf(const StoredRow& row) const { return row.values.at(parts_.columns.front().key); }
+void RecordScreen::loadOther() {
+    row_.reset();
+    load();
+}
+
+QString RecordScreen::nameOf(const StoredRow& row) const { return row.values.at(parts_.name); }
+QString RecordScreen::keyOf(const StoredRow& row) const { return row.values.at(parts_.columns.front().key); }
+
+// Its place in the file may hold another record by now.
+const StoredRow* RecordScreen::sameRow() const {
+    const StoredRow* found = nullptr;
+    for (const StoredRow& row : rows_) {
+        if (row.id == row_->id && nameOf(row) == nameOf(*row_)) return &row;
+        if (keyOf(row) == keyOf(*row_)) found = &row;
+    }
+    return found;
+}
 
 void RecordScreen::reload() {
     const QScopedValueRollback busy(busy_, true);
@@ -155,10 +184,8 @@ void RecordScreen::reload() {
     std::vector<ListRow> cells;
     for (const StoredRow& row : rows_) {
         ListRow line;
-        for (const ListColumn& column : parts_.columns) {
-            const auto text = row.values.find(column.key);
-            line.emplace_back(text == row.values.end() ? QString() : text->second);
-        }
+        for (const ListColumn& column : parts_.columns)
+            line.push_back(cell(column, row));
         cells.push_back(std::move(line));
     }
     grid_->setRows(std::move(cells));
@@ -169,7 +196,7 @@ void RecordScreen::reload() {
 // The record on view is the list's current row, as far as the list shows it.
 void RecordScreen::makeCurrent() {
     const QScopedValueRollback busy(busy_, true);
-    if (row_) grid_->makeCurrent(nameOf(*row_));
+    if (row_) grid_->makeCurrent(cell(parts_.columns.front(), *row_));
 }
 
 void RecordScreen::rowChosen() {
@@ -226,10 +253,9 @@ void RecordScreen::startNew(const QString& name) {
         const QScopedValueRollback busy(busy_, true);
         grid_->view()->clearSelection();
         grid_->view()->setCurrentIndex({});
-        const QString field = parts_.columns.front().key;
-        pages_->setValue(field, name);
-        shown_[field].clear();
-        pages_->focusField(field);
+        pages_->setValue(parts_.name, name);
+        shown_[parts_.name].clear();
+        pages_->focusField(parts_.name);
     });
 }
 
@@ -247,12 +273,9 @@ void RecordScreen::refresh() {
     attempt(objectName(), [this] {
         reload();
         if (!row_) return;
-        for (const StoredRow& row : rows_)
-            if (nameOf(row) == nameOf(*row_)) {
-                showRow(&row);
-                return;
-            }
-        showRow(rows_.empty() ? nullptr : &rows_[grid_->currentRow().value_or(0)]);
+        const StoredRow* same = sameRow();
+        showRow(same ? same : rows_.empty() ? nullptr : &rows_[grid_->currentRow().value_or(0)]);
+        makeCurrent();
     });
 }
 
@@ -329,6 +352,16 @@ void RecordScreen::afterChange(const QString& words) {
     reload();
     say(words);
     emit recordsChanged();
+}
+
+void RecordScreen::showAgain(jet::RowId wanted) {
+    reload();
+    for (const StoredRow& row : rows_)
+        if (row.id == wanted) {
+            showRow(&row);
+            makeCurrent();
+            return;
+        }
 }
 
 void RecordScreen::removeCurrent() {

@@ -23,11 +23,12 @@ class ListGrid;
 
 struct RecordParts {
     QString listName;                // under which the list's columns are remembered
-    std::vector<ListColumn> columns; // key: the field's name; the first one is the record's name
+    std::vector<ListColumn> columns; // key: the field's name; the first one tells which record it is
     std::vector<FormPage> pages;     // of fields of the record
     QString one;                     // "sınıf", in the middle of a sentence
     QStringList notes;               // under the title of a printed list
     QString section = {};            // tab of list and record, where the window has further sections
+    QString name = {};               // field that names the record; empty: the first column's
 };
 
 class RecordScreen : public Screen {
@@ -68,9 +69,12 @@ class RecordScreen : public Screen {
     // A tab of the window beside the one with the list and the record. Takes the page over.
     void addSection(const QString& title, QWidget* page);
     void showRecordSection();
+    void addHeader(QWidget* header); // above list and record
+    void loadOther();                // the list is of something else now: shows its first record
     void say(const QString& words);
     void afterChange(const QString& words); // reads the list again and tells the other screens
     void startNew(const QString& name);
+    void showAgain(jet::RowId row); // reads the list again and shows that record of it
     FormPages& pages() { return *pages_; }
     const FormPages& pages() const { return *pages_; }
     ListGrid& list() { return *grid_; }
@@ -84,6 +88,8 @@ class RecordScreen : public Screen {
   private:
     QHBoxLayout* buildButtons();
     QString nameOf(const StoredRow& row) const;
+    QString keyOf(const StoredRow& row) const;
+    const StoredRow* sameRow() const; // the record on view as the list has it now
     void reload();
     void rowChosen();
     void showRow(const StoredRow* row);
@@ -101,6 +107,7 @@ class RecordScreen : public Screen {
     QStringList fields_; // of the pages
     FieldTexts shown_;   // their values as loaded
     QVBoxLayout* layout_ = nullptr;
+    QWidget* section_ = nullptr;     // list and record
     QTabWidget* sections_ = nullptr; // nullptr: there is one
     QSplitter* splitter_ = nullptr;
     ListGrid* grid_ = nullptr;

@@ -142,7 +142,7 @@ void OgrenciARA::run() {
         if (asksForIdentityNumberAlone()) {
             const IdentitySearch search = findByIdentityNumber(databases_.folder(), searched_.identityNo);
             result_ = search.result;
-            show(search.text());
+            showResult(search.text());
             return;
         }
         result_ = searchStudents(allSearchPlaces(databases_.folder()), searched_, dialogs());
@@ -152,7 +152,7 @@ void OgrenciARA::run() {
         if (result_.stopped) lines << QStringLiteral("Arama durduruldu; aranmayan dosyalar kaldı.");
         if (!result_.unreadable.isEmpty())
             lines << QStringLiteral("Okunamayan dosyalar:") << result_.unreadable;
-        show(lines.join(QLatin1Char('\n')));
+        showResult(lines.join(QLatin1Char('\n')));
     });
 }
 
@@ -170,7 +170,7 @@ ListRow OgrenciARA::rowOf(const FoundStudent& s) const {
             s.workplace};
 }
 
-void OgrenciARA::show(const QString& sentence) {
+void OgrenciARA::showResult(const QString& sentence) {
     answer_->setText(sentence);
     std::vector<ListRow> rows;
     for (size_t i = 0; i < result_.found.size(); ++i) {

@@ -15,7 +15,6 @@ const QString kRegistration = QStringLiteral("Ta_Tanim_Tescil_No");
 
 const QString kYearsGroup = QStringLiteral("Eğitim Süresi İ.Ö - Lise - Usta");
 const QString kYearsByClassGroup = QStringLiteral("Eğitim Süresi (9-10-11-12)");
-const QString kRatesGroup = QStringLiteral("Sigorta primleri");
 
 constexpr int kNameWidth = 36, kShortWidth = 20;
 
@@ -36,7 +35,6 @@ FormField years(const char* name, const QString& label) {
 
 FormField rate(const char* name, const QString& label) {
     FormField field{QString::fromLatin1(name), label, FieldKind::Decimal, 0, 8, 1};
-    field.group = kRatesGroup;
     field.limits = {0, 100, 5};
     return field;
 }
@@ -110,9 +108,9 @@ std::vector<FormField> courseFields() {
         return field;
     };
     return {{QStringLiteral("DersKodu"), QStringLiteral("&Kod:"), FieldKind::Code, 0, 12},
-            {QStringLiteral("DersAdi"), QStringLiteral("Ders &adı:"), FieldKind::Text, 0, kNameWidth},
+            {QStringLiteral("DersAdi"), QStringLiteral("Ders adı:"), FieldKind::Text, 0, kNameWidth},
             {QStringLiteral("DersKisaAdi"), QStringLiteral("Kısa adı:"), FieldKind::Text, 0, kShortWidth},
-            {QStringLiteral("DersTuru"), QStringLiteral("Ders tü&rü:"), FieldKind::Choice, 0, 18},
+            {QStringLiteral("DersTuru"), QStringLiteral("Ders türü:"), FieldKind::Choice, 0, 18},
             {kVersion, QStringLiteral("Dersin programı:"), FieldKind::Choice, 0, 24},
             hours("DersHaftalikSaat", QStringLiteral("&Haftalık saat:"), 99),
             hours("DersToplamSaat", QStringLiteral("Toplam saat:"), 9999),

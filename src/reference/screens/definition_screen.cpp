@@ -82,7 +82,10 @@ void DefinitionScreen::build(UserMemory& memory) {
     layout->addWidget(form_);
     layout->addWidget(result_);
     layout->addLayout(buildButtons());
-    setFocusProxy(grid_);
+    if (versions_)
+        setFocusProxy(versions_);
+    else
+        setFocusProxy(grid_);
 
     connect(grid_->view()->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &DefinitionScreen::rowChosen);

@@ -142,6 +142,8 @@ QWidget* FrmMeslekDersHavuzu::buildPool(UserMemory& memory) {
                      dialogs(), memory, side);
     for (QToolButton* tool : poolGrid_->findChildren<QToolButton*>())
         tool->hide(); // the narrow side has room for the search alone; the pool prints in its own window
+    for (QLabel* label : poolGrid_->findChildren<QLabel*>())
+        if (label->buddy()) label->setText(QStringLiteral("Havuzda:")); // the Alt letter is the other grid's
     poolGrid_->setTitle(QStringLiteral("Ders Havuzu"));
     poolGrid_->setEmptyText(QStringLiteral("Bu programın havuzunda ders yok."));
     layout->addWidget(poolGrid_, 1);
@@ -159,7 +161,7 @@ QLayout* FrmMeslekDersHavuzu::buildButtons() {
     rows->addWidget(
         button("yukari", "Y&ukarı", "Satırı bir yukarı alır (Alt+Yukarı)", [this] { moveCurrent(-1); }));
     rows->addWidget(
-        button("asagi", "&Aşağı", "Satırı bir aşağı alır (Alt+Aşağı)", [this] { moveCurrent(1); }));
+        button("asagi", "Aşağı", "Satırı bir aşağı alır (Alt+Aşağı)", [this] { moveCurrent(1); }));
     rows->addWidget(button("bitirme", "Bitirme Dersleri…",
                            "Mesleğin her dersi için bir bitirme dersi oluşturur (önce sorar)",
                            [this] { makeFinalExam(); }));
@@ -169,15 +171,20 @@ QLayout* FrmMeslekDersHavuzu::buildButtons() {
         emit openRequested(QString::fromLatin1(kProfessionsOfVersionKey), version_->code());
     }));
     rows->addStretch(1);
+    auto* record = new QHBoxLayout;
+    record->addStretch(1);
     saveButton_ =
         button("kaydet", "Kay&det", "Tablodaki değişiklikleri kaydeder (Ctrl+S)", [this] { save(); });
-    rows->addWidget(saveButton_);
-    rows->addWidget(
+    record->addWidget(saveButton_);
+    record->addWidget(
         button("sil", "&Sil", "Tabloda üzerinde durulan satırı siler (önce sorar)", [this] { removeRow(); }));
-    rows->addWidget(button("yazdir", "Yazdı&r", "Tablodaki dersleri yazdırır",
-                           [this] { grid_->outputActions().front()->trigger(); }));
-    rows->addWidget(button("kapat", "Kapa&t", "Pencereyi kapatır (Esc)", [this] { closeWindow(); }));
-    return rows;
+    record->addWidget(button("yazdir", "Yazdı&r", "Tablodaki dersleri yazdırır",
+                             [this] { grid_->outputActions().front()->trigger(); }));
+    record->addWidget(button("kapat", "Kapa&t", "Pencereyi kapatır (Esc)", [this] { closeWindow(); }));
+    auto* both = new QVBoxLayout;
+    both->addLayout(rows);
+    both->addLayout(record);
+    return both;
 }
 
 void FrmMeslekDersHavuzu::addMoveKeys() {

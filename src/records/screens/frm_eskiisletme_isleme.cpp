@@ -39,11 +39,10 @@ frm_eskiisletme_isleme::frm_eskiisletme_isleme(const QString& title, DatabaseSet
     parts.one = QStringLiteral("önceki işyeri");
     parts.name = kPlace;
     parts.section = QStringLiteral("Öğre&ncinin Önceki İşyerleri");
+    parts.header = buildHeader(databases);
     build(std::move(parts));
-    addHeader(buildHeader(databases));
     addSection(QStringLiteral("İşyeri Ad&ı Değiştirme"), buildRename());
     addHistoryButtons();
-    setFocusProxy(finder_);
     load();
 }
 
@@ -122,13 +121,13 @@ QWidget* frm_eskiisletme_isleme::buildRename() {
 }
 
 void frm_eskiisletme_isleme::addHistoryButtons() {
-    addButton(makeButton("asagi", QStringLiteral("Aşağı"), QStringLiteral("Satırı bir aşağıya taşır"), this,
-                         [this] { move(EarlierWorkplaces::Move::Down); }));
-    addButton(makeButton("yukari", QStringLiteral("Y&ukarı"), QStringLiteral("Satırı bir yukarıya taşır"),
-                         this, [this] { move(EarlierWorkplaces::Move::Up); }));
     addButton(makeButton("gonder", QStringLiteral("Ön&ceki İşyerine Gönder"),
                          QStringLiteral("Öğrencinin şimdiki işyerini önceki işyerlerine ekler"), this,
                          [this] { sendCurrent(); }));
+    addButton(makeButton("yukari", QStringLiteral("Y&ukarı"), QStringLiteral("Satırı bir yukarıya taşır"),
+                         this, [this] { move(EarlierWorkplaces::Move::Up); }));
+    addButton(makeButton("asagi", QStringLiteral("Aşağı"), QStringLiteral("Satırı bir aşağıya taşır"), this,
+                         [this] { move(EarlierWorkplaces::Move::Down); }));
 }
 
 void frm_eskiisletme_isleme::showRecord(const QString& student) { showStudent(student); }

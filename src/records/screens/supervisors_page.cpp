@@ -61,6 +61,7 @@ SupervisorsPage::SupervisorsPage(Workplaces& places, const QString& level, Dialo
     grid_ = new EditGrid(QStringLiteral("egitimSorumlulari"), columns(places), dialogs, memory, this);
     grid_->setTitle(QStringLiteral("Eğitim Sorumluları"));
     grid_->setEntryDirection(EntryDirection::Right);
+    grid_->hideFind();
     const auto identity = static_cast<size_t>(kColumns.indexOf(kIdentity));
     grid_->setCellLocked([identity](CellPlace place) { return place.column == identity && place.row > 0; });
     note_ = new QLabel(this);

@@ -77,6 +77,8 @@ class RegistrationScreen : public Screen {
     void startAgain();
 
     void fieldEdited(const QString& field);
+    void carryOver(const QString& field);
+    void carryOverDates();
     void takeOverWorkplace();
     void enterWhenEmpty(const QString& field, const QString& value);
     void checkLeft(const QWidget* left);

@@ -13,9 +13,7 @@ const QString kInForce = QString::fromLatin1(kInForceField);
 const QString kShortName = QStringLiteral("Ta_Tanim_Kisaisim");
 const QString kRegistration = QStringLiteral("Ta_Tanim_Tescil_No");
 
-const QString kYearsGroup = QStringLiteral("Eğitim Süresi İ.Ö - Lise - Usta");
-const QString kYearsByClassGroup = QStringLiteral("Eğitim Süresi (9-10-11-12)");
-
+constexpr auto kFirstYears = "Ta_Ilkogretim_Sure"; // the two others stand below it
 constexpr int kNameWidth = 36, kShortWidth = 20;
 
 FormField code() { return {kCode, QStringLiteral("&Kod:"), FieldKind::Code, 0, 10}; }
@@ -28,7 +26,6 @@ FormField version() { return {kVersion, QStringLiteral("Program:"), FieldKind::C
 
 FormField years(const char* name, const QString& label) {
     FormField field{QString::fromLatin1(name), label, FieldKind::Number, 1, 8, 1};
-    field.group = kYearsGroup;
     field.limits = {0, 9, 0};
     return field;
 }
@@ -51,7 +48,7 @@ std::vector<FormField> professionFields() {
             {kRegistration, QStringLiteral("İşyeri tescil &no:"), FieldKind::Code, 0, 26},
             {QStringLiteral("TA_Tanim_Tehlike_Sinifi"), QStringLiteral("Te&hlike sınıfı:"), FieldKind::Code,
              0, 10},
-            years("Ta_Ilkogretim_Sure", QStringLiteral("İlköğretim (yıl):")),
+            years(kFirstYears, QStringLiteral("Eğitim Süresi İ.Ö - Lise - Usta:")),
             years("Ta_Lise_Sure", QStringLiteral("Lise (yıl):")),
             years("Ta_Ustalik_Sure", QStringLiteral("Usta (yıl):")),
             rate("TA_Tanim_prim_cirak_hastalik_sigortasi", QStringLiteral("Çırak hastalık primi (%):")),
@@ -150,8 +147,8 @@ DefinitionLayout coursePoolLayout(const Schema& schema) {
 DefinitionLayout professionByClassLayout(const Schema& schema) {
     DefinitionLayout layout = definitionLayout(definitionGroup(QStringLiteral("Meslekler")), schema);
     for (FormField& field : layout.fields)
-        if (field.group == kYearsGroup) {
-            field.group = kYearsByClassGroup;
+        if (field.name == QLatin1String(kFirstYears)) {
+            field.label = QStringLiteral("Eğitim Süresi (9-10-11-12):");
             field.tip = QStringLiteral("Örnek: 4-4-4-4");
         }
     return layout;

@@ -110,10 +110,10 @@ ChoiceList* FrmMeslekDersHavuzu::addChoice(QGridLayout* layout, int row, int col
 
 QLayout* FrmMeslekDersHavuzu::buildChoices() {
     auto* layout = new QGridLayout;
-    profession_ = addChoice(layout, 0, 0, QStringLiteral("&Meslek:"), "meslek", 34);
-    version_ = addChoice(layout, 0, 2, QStringLiteral("Program:"), "program", 22);
+    profession_ = addChoice(layout, 0, 0, QStringLiteral("&Meslek:"), "meslek", 28);
+    version_ = addChoice(layout, 0, 2, QStringLiteral("Program:"), "program", 20);
     level_ = addChoice(layout, 1, 0, QStringLiteral("Düzey:"), "duzey", 12);
-    track_ = addChoice(layout, 1, 2, QStringLiteral("Öğre&nim:"), "ogrenim", 22);
+    track_ = addChoice(layout, 1, 2, QStringLiteral("Öğre&nim:"), "ogrenim", 20);
     year_ = addChoice(layout, 1, 4, QStringLiteral("Öğrenim yılı:"), "yil", 12);
     layout->setColumnStretch(6, 1);
     version_->setChoices(versionChoices());
@@ -143,11 +143,11 @@ QWidget* FrmMeslekDersHavuzu::buildPool(UserMemory& memory) {
     for (QToolButton* tool : poolGrid_->findChildren<QToolButton*>())
         tool->hide(); // the narrow side has room for the search alone; the pool prints in its own window
     for (QLabel* label : poolGrid_->findChildren<QLabel*>())
-        if (label->buddy()) label->setText(QStringLiteral("Havuzda:")); // the Alt letter is the other grid's
+        if (label->buddy()) label->setText(QStringLiteral("Havuz:")); // the Alt letter is the other grid's
     poolGrid_->setTitle(QStringLiteral("Ders Havuzu"));
     poolGrid_->setEmptyText(QStringLiteral("Bu programın havuzunda ders yok."));
     layout->addWidget(poolGrid_, 1);
-    layout->addWidget(makeButton("ekle", QStringLiteral("Seçili Dersleri &Ekle"),
+    layout->addWidget(makeButton("ekle", QStringLiteral("&Ekle"),
                                  QStringLiteral("Havuzda seçili dersleri mesleğe ekler (listede Enter)"),
                                  this, [this] { addCourses(); }));
     return side;

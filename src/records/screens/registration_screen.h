@@ -44,7 +44,7 @@ class RegistrationScreen : public Screen {
     void showRecord(const QString& number) override;
 
   private:
-    void build(UserMemory& memory);
+    void build(QHBoxLayout* header, UserMemory& memory);
     QHBoxLayout* buildHeader();
     QHBoxLayout* buildButtons();
     QPushButton* buildMoreButton();

@@ -24,7 +24,8 @@ using namespace curriculum_field;
 
 namespace {
 
-constexpr int kGridShare = 3, kPoolShare = 1; // of the width
+constexpr int kGridShare = 2, kPoolShare = 1; // of the width
+constexpr int kShareUnit = 1000;              // Qt scales the shares to the room there is
 
 EditColumn number(const QString& key, const QString& title, int width, double least, double most) {
     EditColumn column{key, title, CellKind::Number, width};
@@ -82,6 +83,7 @@ void FrmMeslekDersHavuzu::build(UserMemory& memory) {
     halves->addWidget(buildPool(memory));
     halves->setStretchFactor(0, kGridShare);
     halves->setStretchFactor(1, kPoolShare);
+    halves->setSizes({kGridShare * kShareUnit, kPoolShare * kShareUnit});
     layout->addWidget(halves, 1);
     result_ = new QLabel(this);
     result_->setObjectName(QStringLiteral("sonuc"));
@@ -114,7 +116,7 @@ QLayout* FrmMeslekDersHavuzu::buildChoices() {
     version_ = addChoice(layout, 0, 2, QStringLiteral("Program:"), "program", 20);
     level_ = addChoice(layout, 1, 0, QStringLiteral("Düzey:"), "duzey", 12);
     track_ = addChoice(layout, 1, 2, QStringLiteral("Öğre&nim:"), "ogrenim", 20);
-    year_ = addChoice(layout, 1, 4, QStringLiteral("Öğrenim yılı:"), "yil", 12);
+    year_ = addChoice(layout, 1, 4, QStringLiteral("Yıl:"), "yil", 12);
     layout->setColumnStretch(6, 1);
     version_->setChoices(versionChoices());
     std::vector<Choice> levels;

@@ -6,6 +6,7 @@
 #include "core/row_writer.h"
 #include "core/structure_check.h"
 #include "core/values.h"
+#include "quiet_dialogs.h"
 
 #include <chrono>
 #include <cstdio>
@@ -16,33 +17,6 @@ namespace {
 using namespace orvan;
 
 constexpr int kArchives = 20, kStudents = 2000, kMarksEach = 12;
-
-class NoDialogs final : public Dialogs {
-  public:
-    void message(const QString& text, const QString&, Icon) override {
-        std::printf("%s\n", text.toUtf8().constData());
-    }
-    Answer askYesNo(const QString&, const QString&, Answer) override { return Answer::No; }
-    bool askOkCancel(const QString&, const QString&, Icon) override { return false; }
-    std::optional<QString> inputText(const QString&, const QString&, const QString&, InputKind) override {
-        return {};
-    }
-    std::optional<qsizetype> choose(const QString&, const QString&, const QStringList&, qsizetype) override {
-        return {};
-    }
-    std::optional<QString> chooseFile(const QString&, const QString&, const QString&) override { return {}; }
-    std::optional<QString> chooseSaveFile(const QString&, const QString&, const QString&) override {
-        return {};
-    }
-    std::optional<QString> chooseFolder(const QString&, const QString&) override { return {}; }
-    std::unique_ptr<Progress> beginProgress(const QString&, int) override {
-        struct Quiet final : Progress {
-            void step(int, const QString&) override {}
-            bool cancelled() override { return false; }
-        };
-        return std::make_unique<Quiet>();
-    }
-};
 
 void dropAThird(jet::Database& database) {
     for (const TableDeclaration& table : allTables().tables()) {
@@ -83,7 +57,7 @@ void makeCentre(const ProgramFolder& folder) {
 }
 
 double upgradeSeconds(const ProgramFolder& folder, StructureChanges& changes) {
-    NoDialogs dialogs;
+    QuietDialogs dialogs;
     Session session;
     const auto begin = std::chrono::steady_clock::now();
     changes = checkStructure(folder, session, allTables(), dialogs, QStringLiteral("Check1"));

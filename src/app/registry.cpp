@@ -4,9 +4,11 @@
 #include "core/screens/form_kullanici1.h"
 #include "records/bulk_commands.h"
 #include "records/screens/bulk_edit_screen.h"
+#include "records/screens/frm_eskiisletme_isleme.h"
 #include "records/screens/frm_ogrencibilgi_kontrol.h"
 #include "records/screens/frm_sinif_ogrenci_sayilari.h"
 #include "records/screens/hizli_ogrenci_kayit.h"
+#include "records/screens/isletme_kayit_formu.h"
 #include "records/screens/ogr_numara_adsoyad_degistir.h"
 #include "records/screens/ogrenci_ara.h"
 #include "records/screens/ogrenci_bilgi_kayit.h"
@@ -87,6 +89,8 @@ void registerScreens(ScreenRegistry& registry, DatabaseSet& databases, Dialogs& 
     addTitled<Frm_SinifOgrenciSayilari>(registry, "SinifOgrenciSayilari", databases, dialogs, memory, clock);
     addTitled<OgrenciKilitKaldir>(registry, "OgrenciKilitKaldir", databases, dialogs, memory);
 
+    addTitled<isletme_kayit_formu>(registry, "Isletme", databases, dialogs, memory);
+    addTitled<frm_eskiisletme_isleme>(registry, "TopluEskiIsletmeIsleme", databases, dialogs, memory);
     addTitled<frmSabitBilgiler>(registry, "SabitBilgiler", databases, dialogs, memory);
     addTitled<frmSigortaSabit>(registry, "ToolSigortaSabit", databases, dialogs, memory, clock);
     addTitled<FrmDonem>(registry, "DonemBilgileri", databases, dialogs, memory);

@@ -13,6 +13,7 @@
 #include <QMenuBar>
 #include <QPixmap>
 #include <QRegularExpression>
+#include <QTabWidget>
 
 namespace orvan {
 
@@ -68,6 +69,19 @@ void shootMenus(Album& album, MDIFormORVAN& window) {
     }
 }
 
+// Each page of the outermost tabs that is not the one on view, by its place: "-2", "-3", …
+void shootPages(Album& album, QWidget& content, const QString& name) {
+    auto* tabs = content.findChild<QTabWidget*>();
+    if (!tabs) return;
+    const int first = tabs->currentIndex();
+    for (int page = 0; page < tabs->count(); ++page) {
+        if (page == first) continue;
+        tabs->setCurrentIndex(page);
+        album.add(content, QStringLiteral("%1-%2").arg(name).arg(page + 1));
+    }
+    tabs->setCurrentIndex(first);
+}
+
 void shootScreens(Album& album, MDIFormORVAN& window, const ScreenRegistry& registry) {
     for (const ScreenEntry& entry : registry.entries()) {
         window.openScreen(entry);
@@ -75,6 +89,7 @@ void shootScreens(Album& album, MDIFormORVAN& window, const ScreenRegistry& regi
         const QString name = QStringLiteral("%1-%2").arg(entry.window, entry.key);
         album.add(window, name + QStringLiteral("-pencerede"));
         album.add(*content, name);
+        shootPages(album, *content, name);
         auto* frame = content->parentWidget();
         frame->close();
         QApplication::sendPostedEvents(frame, QEvent::DeferredDelete);

@@ -7,7 +7,8 @@
 namespace orvan {
 namespace {
 
-constexpr int kLastStage = 8; // terms of the longest training
+constexpr int kLastYear = 4; // of the longest training; a stage that is a bare number counts years
+constexpr int kLastTerm = 8;
 
 QString text(const FieldTexts& student, const char* field) {
     const auto found = student.find(QString::fromLatin1(field));
@@ -118,8 +119,8 @@ QString stageOf(const FieldTexts& student, const QString& choice, QString& refus
     const int number = stage.left(digits).toInt();
     if (digits == 0)
         refusal = QStringLiteral("“%1” bir öğrenim dönemi değil; bir sonrakine geçirilemez.").arg(stage);
-    else if (number >= kLastStage)
-        refusal = QStringLiteral("Son dönemde; bir sonrakine geçirilemez.");
+    else if (number >= (digits == stage.size() ? kLastYear : kLastTerm))
+        refusal = QStringLiteral("Öğrenimin son dönemi; bir sonrakine geçirilemez.");
     else
         return QString::number(number + 1) + stage.mid(digits);
     return stage;

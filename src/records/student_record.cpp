@@ -42,7 +42,9 @@ QString StudentRecord::fullName() const {
     return trimBlanks(text(kName) + QLatin1Char(' ') + text(kSurname));
 }
 
-bool isDateField(const QString& studentField) { return studentField.contains(QLatin1String("Tarih")); }
+bool isDateField(const QString& studentField) {
+    return studentField.contains(QLatin1String("tarih"), Qt::CaseInsensitive);
+}
 
 StudentRecords::StudentRecords(DatabaseSet& databases) : databases_(databases) {}
 

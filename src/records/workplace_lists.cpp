@@ -36,6 +36,13 @@ Workplaces::counts(const QString& workplace, const std::array<QString, kSupervis
     return counted;
 }
 
+int Workplaces::studentCount(const QString& workplace) {
+    const auto found = databases_.level().sql().query(
+        "SELECT COUNT(*) FROM OgrenciBilgisi WHERE Trim(Ogr_calistigi_isyerinin_adi) = ?",
+        Parameters{workplace.trimmed()});
+    return static_cast<int>(found.at(0, size_t{0}).toInt());
+}
+
 std::vector<District> Workplaces::districts() {
     const auto found = databases_.level().sql().query(
         "SELECT Ta_Tanim_Kod, Ta_tanim_aciklama FROM Parametrik_giris WHERE Ta_Tanim_Grup = ? "

@@ -62,6 +62,8 @@ class Workplaces {
     std::array<SupervisorCount, kSupervisors> counts(const QString& workplace,
                                                      const std::array<QString, kSupervisors>& supervisors);
 
+    int studentCount(const QString& workplace); // of the open level, whatever their sex and supervisor
+
     std::vector<District> districts();                    // by name
     QStringList chambers();                               // by name
     QStringList productionFields(const QString& chamber); // in use at workplaces of that chamber

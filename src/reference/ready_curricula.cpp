@@ -126,8 +126,9 @@ ReadyCurricula::Ready ReadyCurricula::read(const QString& file, int version) con
     Ready ready;
     ready.rows = recordsOf(sql.query("SELECT * FROM MeslekDersHavuzu WHERE ID = ?", ofVersion),
                            databases_.schema().table(kCurriculumTable));
-    ready.courses = recordsOf(sql.query("SELECT * FROM DersHavuzu WHERE ID = ?", ofVersion),
-                              databases_.schema().table(kCourseTable));
+    ready.courses =
+        recordsOf(sql.query("SELECT * FROM DersHavuzu WHERE ID = ? ORDER BY DersTuru, DersAdi", ofVersion),
+                  databases_.schema().table(kCourseTable));
     std::map<QString, QString> names;
     if (database->hasTable("Parametrik_giris"))
         for (const Profession& profession : professions(sql, version))

@@ -78,6 +78,7 @@ void ChoiceList::setCode(const QString& code) {
     code_ = known ? code : QString();
     setCurrentIndex(known ? static_cast<int>(found - choices_.begin()) : -1);
     if (!known) clearEditText();
+    lineEdit()->home(false); // a long text is read from its beginning
 }
 
 void ChoiceList::setLoadedCode(const QString& code) {
@@ -87,6 +88,7 @@ void ChoiceList::setLoadedCode(const QString& code) {
     code_ = code;
     keepsUnknown_ = true;
     setEditText(code);
+    lineEdit()->home(false);
 }
 
 bool ChoiceList::isSettled() const {

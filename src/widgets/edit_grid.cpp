@@ -4,6 +4,7 @@
 #include "widgets/edit_grid_body.h"
 
 #include <algorithm>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -30,6 +31,12 @@ void EditGrid::setNotes(const QStringList& notes) { body_->notes_ = notes; }
 void EditGrid::setEmptyText(const QString& text) {
     body_->emptyText_ = text;
     body_->updateCounts();
+}
+
+void EditGrid::hideFind() {
+    body_->findLabel_->hide();
+    body_->find_->hide();
+    body_->toolLine_->insertStretch(0, 1);
 }
 
 void EditGrid::setPinnedColumns(int count) { body_->view_->setPinnedColumns(count); }

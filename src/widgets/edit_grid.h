@@ -58,6 +58,7 @@ class EditGrid : public QWidget {
     void setTitle(const QString& title); // of prints and exported files
     void setNotes(const QStringList& notes);
     void setEmptyText(const QString& text);
+    void hideFind();                                  // a grid of a few fixed rows has nothing to find
     void setPinnedColumns(int count);                 // the first ones shown stay when scrolled sideways
     void setEntryDirection(EntryDirection direction); // until the user has chosen one himself
     void setValidator(CellValidator validator);       // for all columns without one of their own

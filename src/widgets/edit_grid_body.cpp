@@ -154,8 +154,8 @@ void EditGridBody::buildToolLine(QVBoxLayout* layout) {
     find_->setToolTip(QStringLiteral("Yazdıkça satıra gider, Enter sonrakini bulur (Ctrl+F)"));
     find_->setClearButtonEnabled(true);
     find_->installEventFilter(&grid_);
-    auto* label = new QLabel(QStringLiteral("&Ara:"), &grid_);
-    label->setBuddy(find_);
+    findLabel_ = new QLabel(QStringLiteral("&Ara:"), &grid_);
+    findLabel_->setBuddy(find_);
 
     auto* columnMenu = new QMenu(&grid_);
     connect(columnMenu, &QMenu::aboutToShow, this, [this, columnMenu] { columns_->fillMenu(columnMenu); });
@@ -176,8 +176,8 @@ void EditGridBody::buildToolLine(QVBoxLayout* layout) {
     directionButton_ = makeMenuButton("girisYonu", QString(), directionMenu, &grid_);
     directionButton_->setToolTip(QStringLiteral("Enter tuşunun hangi hücreye geçeceği"));
 
-    auto* top = new QHBoxLayout;
-    top->addWidget(label);
+    auto* top = toolLine_ = new QHBoxLayout;
+    top->addWidget(findLabel_);
     top->addWidget(find_, 1);
     top->addWidget(directionButton_);
     top->addWidget(makeMenuButton("sutunlar", QStringLiteral("Sütunlar"), columnMenu, &grid_));
@@ -191,6 +191,7 @@ void EditGridBody::buildToolLine(QVBoxLayout* layout) {
     find->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_F), QKeySequence(Qt::Key_F3)});
     find->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     connect(find, &QAction::triggered, this, [this] {
+        if (find_->isHidden()) return;
         find_->setFocus(Qt::ShortcutFocusReason);
         find_->selectAll();
     });

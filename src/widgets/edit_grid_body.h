@@ -11,6 +11,7 @@
 #include <map>
 
 class QKeyEvent;
+class QHBoxLayout;
 class QLabel;
 class QListWidget;
 class QMenu;
@@ -76,10 +77,12 @@ class EditGridBody : public QObject {
     EditModel* model_;
     EditDelegate* delegate_ = nullptr;
     PinnedTableView* view_ = nullptr;
+    QHBoxLayout* toolLine_ = nullptr;
     QLineEdit* find_ = nullptr;
     QToolButton* directionButton_ = nullptr;
     QAction *down_ = nullptr, *right_ = nullptr;
-    QLabel *counts_ = nullptr, *reason_ = nullptr, *empty_ = nullptr, *refusalsTitle_ = nullptr;
+    QLabel *findLabel_ = nullptr, *counts_ = nullptr, *reason_ = nullptr, *empty_ = nullptr,
+           *refusalsTitle_ = nullptr;
     QListWidget* refusals_ = nullptr;
     std::unique_ptr<ColumnLayout> columns_;
     ListOutput* output_ = nullptr;

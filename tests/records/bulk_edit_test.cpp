@@ -194,8 +194,8 @@ TEST_F(BulkEditTest, WrongValuesAreRefusedWithTheReason) {
 }
 
 TEST_F(BulkEditTest, TheNextStageIsEachStudentsOwn) {
-    set("110100001", "Ogr_Seviye", "3.DÖNEM");
-    set("110100002", "Ogr_Seviye", "8");
+    set("110100001", "Ogr_Seviye", "4.DÖNEM");
+    set("110100002", "Ogr_Seviye", "4"); // a bare number counts years
     set("120100001", "Ogr_Seviye", "BİTİRME");
     BulkEdit rule = edit("TopluDonemIsleme");
     const auto outcome = rule.run(forAll(rule, "Ogr_Seviye", "+1"));
@@ -203,8 +203,8 @@ TEST_F(BulkEditTest, TheNextStageIsEachStudentsOwn) {
     EXPECT_EQ(outcome->changed, 2u);
     EXPECT_EQ(outcome->skipped, 2u);
     EXPECT_TRUE(dialogs.question.contains("2 öğrenci ön izlemede yazan nedenle atlanacaktır."));
-    EXPECT_EQ(get("110100001", "Ogr_Seviye"), "4.DÖNEM");
-    EXPECT_EQ(get("110100002", "Ogr_Seviye"), "8");
+    EXPECT_EQ(get("110100001", "Ogr_Seviye"), "5.DÖNEM");
+    EXPECT_EQ(get("110100002", "Ogr_Seviye"), "4");
     EXPECT_EQ(get("110100003", "Ogr_Seviye"), "3");
     EXPECT_EQ(get("120100001", "Ogr_Seviye"), "BİTİRME");
 }

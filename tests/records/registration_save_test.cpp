@@ -237,6 +237,8 @@ TEST_F(RegistrationTest, WrongValuesAreNamedAndStay) {
     };
     const Case cases[] = {
         {"Ogr_Kayit_Tarihi", "31.02.2010", "Kayıt tarihi bir tarih olmalı; “31.02.2010” tarih değil."},
+        {"Ogr_calistigi_ise_giris_tarihi", "1 Eylül",
+         "İşe giriş tarihi bir tarih olmalı; “1 Eylül” tarih değil."},
         {"Ogr_Sira", "on iki", "Sıra bir sayı olmalı; “on iki” sayı değil."},
         {"Ogr_Adi", QString(300, 'x'), "Adı en çok 30 karakter olabilir; yazılan 300 karakter."},
     };

@@ -31,25 +31,6 @@ TEST_F(CodeListsTest, GroupsAndCodesAreExactTexts) {
     EXPECT_EQ(codeOf(centre.level(), "ÖğrenimDr", " Lise Mezunu "), "10");
 }
 
-TEST_F(CodeListsTest, ProfessionsByCodeAndVersion) {
-    centre.addProfession("1101", "Otomotiv Mekanikerliği", 4);
-    centre.addProfession("1101", "Oto Tamirciliği", 3);
-    centre.addProfession("1201", "Çelik İşleri", 4);
-    centre.addProfession("1301", "İğne Oyası 'El İşi'", 4);
-    EXPECT_EQ(professionName(centre.level(), "1101", 4), "Otomotiv Mekanikerliği");
-    EXPECT_EQ(professionName(centre.level(), "1101", 3), "Oto Tamirciliği");
-    EXPECT_EQ(professionName(centre.level(), "1101", 2), "Bu koda ait Meslek yok");
-    EXPECT_EQ(mainProfessionName(centre.level(), "1101", 4), "Bu koda ait AnaMeslek yok");
-    EXPECT_EQ(professionCode(centre.level(), " Oto Tamirciliği ", 3), "1101");
-    EXPECT_EQ(professionCode(centre.level(), "Oto Tamirciliği", 4), "");
-    EXPECT_EQ(mainProfessionCode(centre.level(), "Oto Tamirciliği", 3), "");
-    QStringList names;
-    for (const Profession& profession : professions(centre.level()))
-        names << profession.name;
-    EXPECT_EQ(names.join('|').toStdString(),
-              "Çelik İşleri|İğne Oyası 'El İşi'|Oto Tamirciliği|Otomotiv Mekanikerliği");
-}
-
 TEST(Declarations, AreWithinTheLimitsOfTheFormatAndOfEachOther) {
     std::set<std::string> tables;
     for (const TableDeclaration& table : allTables().tables()) {

@@ -73,7 +73,7 @@ void BulkEditScreen::build(UserMemory& memory) {
                            {QStringLiteral("bilgi"), QStringLiteral("Bilgi"), ListKind::Text, 16},
                            {QStringLiteral("eski"), QStringLiteral("Eski"), ListKind::Text, 16},
                            {QStringLiteral("yeni"), QStringLiteral("Yeni"), ListKind::Text, 16},
-                           {QStringLiteral("durum"), QStringLiteral("Durum"), ListKind::Text, 30}},
+                           {QStringLiteral("durum"), QStringLiteral("Durum"), ListKind::Text, 46}},
                           dialogs(), memory, tabs_);
     lines_->setEmptyText(QStringLiteral("Değişecekleri görmek için “Ön İzle” düğmesine basınız."));
     tabs_->addTab(students, QStringLiteral("Öğrenciler"));

@@ -38,7 +38,7 @@ ListRow rowOf(const ClassCount& count) {
                 count.professions,
                 count.girls,
                 count.boys,
-                count.unknown,
+                count.unknown == 0 ? QVariant() : QVariant(count.unknown),
                 count.total()};
     for (const int stage : count.stages)
         row.emplace_back(stage == 0 ? QVariant() : QVariant(stage));
@@ -70,15 +70,15 @@ Frm_SinifOgrenciSayilari::Frm_SinifOgrenciSayilari(const QString& title, Databas
 }
 
 void Frm_SinifOgrenciSayilari::build(UserMemory& memory) {
-    inTraining_ =
-        new QCheckBox(QStringLiteral("Yalnız &eğitimi sürenler (dönemi rakamla başlayanlar)"), this);
-    inTraining_->setObjectName(QStringLiteral("egitimiSurenler"));
-    inTraining_->setChecked(true);
     grid_ = new ListGrid(QStringLiteral("sinifSayilari"), columns(), dialogs(), memory, this);
     grid_->sortAtFirstBy(QStringLiteral("sinif"));
     grid_->setTitle(QStringLiteral("Sınıf Öğrenci Sayıları"));
     grid_->setEmptyText(QStringLiteral("Bu düzeyde sınıf ve öğrenci yok."));
     grid_->setPinnedColumns(1);
+    inTraining_ =
+        new QCheckBox(QStringLiteral("Yalnız &eğitimi sürenler (dönemi rakamla başlayanlar)"), this);
+    inTraining_->setObjectName(QStringLiteral("egitimiSurenler"));
+    inTraining_->setChecked(true);
     sum_ = new QLabel(this);
     sum_->setObjectName(QStringLiteral("toplam"));
     sum_->setTextFormat(Qt::PlainText);
@@ -93,11 +93,11 @@ void Frm_SinifOgrenciSayilari::build(UserMemory& memory) {
     auto* leave = makeButton("kapat", QStringLiteral("Kapa&t"), QStringLiteral("Pencereyi kapatır (Esc)"),
                              this, [this] { closeWindow(); });
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(inTraining_);
     buttons->addStretch(1);
     buttons->addWidget(output);
     buttons->addWidget(leave);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(inTraining_);
     layout->addWidget(grid_, 1);
     layout->addWidget(sum_);
     layout->addLayout(buttons);

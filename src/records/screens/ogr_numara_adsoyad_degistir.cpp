@@ -40,15 +40,16 @@ QString keyOf(const StudentIdentity& s) {
 }
 
 std::vector<FormField> fields(const IdentityChange& change) {
-    const QString group = QStringLiteral("Yeni bilgiler");
+    const QString group = QStringLiteral("Yeni meslek ve numaralar"),
+                  names = QStringLiteral("Yeni ad ve soyad");
     const NumberLimits registration{1, 2'000'000'000, 0};
     return {
         {kProfession, QStringLiteral("&Meslek:"), FieldKind::Choice, 0, 30, 0, group},
         {kNumber, QStringLiteral("Kütük &No:"), FieldKind::Code, change.widthOf("Ogr_Numarasi"), 14, 0,
          group},
         {kRegistrationNo, QStringLiteral("&Kayıt No:"), FieldKind::Number, 0, 12, 0, group, 4, registration},
-        {kName, QStringLiteral("Ad&ı:"), FieldKind::Text, change.widthOf("Ogr_Adi"), 24, 1, group},
-        {kSurname, QStringLiteral("&Soyadı:"), FieldKind::Text, change.widthOf("Ogr_Soyadi"), 24, 1, group},
+        {kName, QStringLiteral("Ad&ı:"), FieldKind::Text, change.widthOf("Ogr_Adi"), 24, 1, names},
+        {kSurname, QStringLiteral("&Soyadı:"), FieldKind::Text, change.widthOf("Ogr_Soyadi"), 24, 1, names},
     };
 }
 

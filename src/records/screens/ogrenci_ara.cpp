@@ -26,16 +26,16 @@ const QString kWorkplace = QStringLiteral("isyeri");
 
 std::vector<FormField> fields(const Schema& schema) {
     const auto width = [&](const char* field) { return schema.width("OgrenciBilgisi", field); };
-    const QString terms = QStringLiteral("Aranan");
+    const QString terms = QStringLiteral("Aranan kişi"), numbers = QStringLiteral("Numaraları ve işyeri");
     return {
         {kName, QStringLiteral("A&dı:"), FieldKind::Text, width("Ogr_Adi"), 20, 0, terms},
         {kSurname, QStringLiteral("&Soyadı:"), FieldKind::Text, width("Ogr_Soyadi"), 20, 0, terms},
         {kFather, QStringLiteral("Baba adı:"), FieldKind::Text, width("Ogr_Nufus_Baba_Adi"), 20, 0, terms},
         {kIdentityNo, QStringLiteral("T.&C. Kimlik No:"), FieldKind::Code, kIdentityNumberLength, 14, 1,
-         terms},
-        {kNumber, QStringLiteral("Kütük &No:"), FieldKind::Code, width("Ogr_Numarasi"), 14, 1, terms},
+         numbers},
+        {kNumber, QStringLiteral("Kütük &No:"), FieldKind::Code, width("Ogr_Numarasi"), 14, 1, numbers},
         {kWorkplace, QStringLiteral("İşy&eri:"), FieldKind::Text, width("Ogr_calistigi_isyerinin_adi"), 30, 1,
-         terms},
+         numbers},
     };
 }
 
@@ -65,7 +65,13 @@ OgrenciARA::OgrenciARA(const QString& title, DatabaseSet& databases, Dialogs& di
 }
 
 void OgrenciARA::build(UserMemory& memory) {
+    // made in the order in which Tab goes through them
     form_ = new EntryForm(fields(databases_.schema()), this);
+    auto* start = makeButton("ara", QStringLiteral("Öğrenci A&ra"),
+                             QStringLiteral("Bütün düzeylerde ve arşivlerde arar (alanların sonunda Enter)"),
+                             this, [this] { search(); });
+    auto* clean = makeButton("temizle", QStringLiteral("Te&mizle"), QStringLiteral("Alanları boşaltır"), this,
+                             [this] { clear(); });
     answer_ = new QLabel(this);
     answer_->setObjectName(QStringLiteral("sonuc"));
     answer_->setTextFormat(Qt::PlainText);
@@ -77,12 +83,6 @@ void OgrenciARA::build(UserMemory& memory) {
     grid_->setTitle(windowTitle().remove(QStringLiteral("[*]")));
     grid_->setEmptyText(QStringLiteral("Aranan öğrenciler burada görünür."));
     grid_->setPinnedColumns(2);
-
-    auto* start = makeButton("ara", QStringLiteral("Öğrenci A&ra"),
-                             QStringLiteral("Bütün düzeylerde ve arşivlerde arar (alanların sonunda Enter)"),
-                             this, [this] { search(); });
-    auto* clean = makeButton("temizle", QStringLiteral("Te&mizle"), QStringLiteral("Alanları boşaltır"), this,
-                             [this] { clear(); });
     auto* show = makeButton(
         "ac", QStringLiteral("&Kaydı Aç"),
         QStringLiteral("Seçili öğrencinin kaydını açar (listede Enter veya çift tıklama)"), this, [this] {
@@ -106,12 +106,6 @@ void OgrenciARA::build(UserMemory& memory) {
     layout->addLayout(buttons);
     setFocusProxy(form_->editor(kName));
 
-    // Tab goes as the controls stand
-    setTabOrder(form_, start);
-    setTabOrder(start, clean);
-    setTabOrder(clean, grid_);
-    setTabOrder(grid_, show);
-    setTabOrder(show, leave);
     connect(form_, &EntryForm::lastFieldDone, this, [this] { search(); });
     connect(grid_, &ListGrid::activated, this, &OgrenciARA::open);
 }
@@ -148,7 +142,7 @@ void OgrenciARA::run() {
         if (asksForIdentityNumberAlone()) {
             const IdentitySearch search = findByIdentityNumber(databases_.folder(), searched_.identityNo);
             result_ = search.result;
-            show(search.text());
+            showResult(search.text());
             return;
         }
         result_ = searchStudents(allSearchPlaces(databases_.folder()), searched_, dialogs());
@@ -158,7 +152,7 @@ void OgrenciARA::run() {
         if (result_.stopped) lines << QStringLiteral("Arama durduruldu; aranmayan dosyalar kaldı.");
         if (!result_.unreadable.isEmpty())
             lines << QStringLiteral("Okunamayan dosyalar:") << result_.unreadable;
-        show(lines.join(QLatin1Char('\n')));
+        showResult(lines.join(QLatin1Char('\n')));
     });
 }
 
@@ -176,7 +170,7 @@ ListRow OgrenciARA::rowOf(const FoundStudent& s) const {
             s.workplace};
 }
 
-void OgrenciARA::show(const QString& sentence) {
+void OgrenciARA::showResult(const QString& sentence) {
     answer_->setText(sentence);
     std::vector<ListRow> rows;
     for (size_t i = 0; i < result_.found.size(); ++i) {

@@ -33,7 +33,7 @@ class OgrenciARA : public Screen {
     void open(size_t row);
     SearchTerms terms() const;
     bool asksForIdentityNumberAlone() const;
-    void show(const QString& sentence);
+    void showResult(const QString& sentence);
     ListRow rowOf(const FoundStudent& student) const;
 
     DatabaseSet& databases_;

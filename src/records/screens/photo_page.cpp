@@ -7,6 +7,7 @@
 #include <QBuffer>
 #include <QImageReader>
 #include <QLabel>
+#include <QtEndian>
 #include <QVBoxLayout>
 
 namespace orvan {
@@ -16,6 +17,13 @@ namespace {
 constexpr int kQuality = 90;
 constexpr QSize kShown(240, 320); // pixels at usual scale
 constexpr int kWidestSide = 20000;
+
+// The length that a bitmap tells of itself is there; its reader would fill the rest with black.
+bool isWholeBitmap(const QByteArray& picture) {
+    constexpr qsizetype kLengthAt = 2;
+    return picture.size() > kLengthAt + 4 && qFromLittleEndian<quint32>(picture.constData() + kLengthAt) <=
+                                                 static_cast<quint32>(picture.size());
+}
 
 } // namespace
 
@@ -28,6 +36,7 @@ QByteArray pictureAsJpeg(const QByteArray& picture) {
     const QSize size = reader.size();
     if ((format != "jpeg" && format != "bmp") || size.width() > kWidestSide || size.height() > kWidestSide)
         return {};
+    if (format == "bmp" && !isWholeBitmap(picture)) return {};
     const QImage image = reader.read();
     if (image.isNull()) return {};
     if (format == "jpeg") return picture;
@@ -52,7 +61,7 @@ PhotoPage::PhotoPage(DatabaseSet& databases, Dialogs& dialogs, const QString& ti
                            if (photo_.load(student_)) showPhoto();
                        });
                    });
-    clear_ = makeButton("fotografTemizle", QStringLiteral("Fotoğrafı Te&mizle"),
+    clear_ = makeButton("fotografTemizle", QStringLiteral("Fotoğrafı Temizle"),
                         QStringLiteral("Öğrencinin fotoğrafını siler"), this, [this] {
                             attempt(dialogs_, QStringLiteral("Fotoğraf silme"), [this] {
                                 if (photo_.clear(student_)) showPhoto();

@@ -59,11 +59,17 @@ class RegisterPages {
     }
     double textWidth(size_t columns) const { return columnWidth(columns) - labelWidth_ - padding_; }
 
+    // Breaks between words; inside one only where it is wider than the column.
+    int wrapping(const QString& text, size_t columns) const {
+        for (const QString& word : text.split(QLatin1Char(' ')))
+            if (metrics(font_).horizontalAdvance(word) > textWidth(columns)) return Qt::TextWrapAnywhere;
+        return Qt::TextWordWrap;
+    }
+
     double lineHeight(const QString& text, size_t columns) const {
         const QRectF box(0, 0, textWidth(columns), 1e6);
-        return std::max(
-            lineHeight_,
-            metrics(font_).boundingRect(box, Qt::TextWrapAnywhere | Qt::TextWordWrap, text).height());
+        return std::max(lineHeight_,
+                        metrics(font_).boundingRect(box, wrapping(text, columns), text).height());
     }
 
     double blockHeight(const RegisterEntry& entry) const {
@@ -130,7 +136,7 @@ class RegisterPages {
                 painter_.drawText(QRectF(left, at, labelWidth_, lineHeight_), Qt::AlignLeft,
                                   line.label + QLatin1Char(':'));
                 painter_.drawText(QRectF(left + labelWidth_, at, textWidth(entry.columns.size()), lines),
-                                  Qt::AlignLeft | Qt::TextWrapAnywhere | Qt::TextWordWrap, line.text);
+                                  Qt::AlignLeft | wrapping(line.text, entry.columns.size()), line.text);
                 at += lines;
             }
             left += columnWidth(entry.columns.size());

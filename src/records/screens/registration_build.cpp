@@ -18,7 +18,7 @@ namespace orvan {
 
 namespace {
 
-constexpr int kProfessionWidth = 26;
+constexpr int kProfessionWidth = 18;
 
 QStringList fieldNames(const std::vector<FormPage>& pages) {
     QStringList names;
@@ -37,8 +37,9 @@ RegistrationScreen::RegistrationScreen(About about, std::vector<FormPage> pages,
       about_(std::move(about)), registration_(databases, dialogs, clock, about_.rights),
       absences_(databases, dialogs, about_.rights), earlier_(databases, dialogs, about_.rights),
       pages_(nullptr), fields_(fieldNames(pages)) {
+    QHBoxLayout* header = buildHeader(); // Tab goes in the order in which the parts are made
     pages_ = new FormPages(about_.name + QStringLiteral("Sayfalari"), std::move(pages), memory, this);
-    build(memory);
+    build(header, memory);
     attempt(about_.name, [this] {
         loadChoices();
         if (auto first = registration_.records().next({}))
@@ -51,13 +52,13 @@ RegistrationScreen::RegistrationScreen(About about, std::vector<FormPage> pages,
 // Its fields lose the focus while they are deleted; by then there is nothing to check any more.
 RegistrationScreen::~RegistrationScreen() { disconnect(qApp, nullptr, this, nullptr); }
 
-void RegistrationScreen::build(UserMemory& memory) {
+void RegistrationScreen::build(QHBoxLayout* header, UserMemory& memory) {
     photo_ = new PhotoPage(databases_, dialogs(), about_.rights);
     lists_ = new RelatedLists(databases_, dialogs(), memory);
     pages_->addPage(QStringLiteral("fotografSayfasi"), QStringLiteral("Fotoğraf"), photo_);
     pages_->addPage(QStringLiteral("listelerSayfasi"), QStringLiteral("Listeler"), lists_);
     auto* layout = new QVBoxLayout(this);
-    layout->addLayout(buildHeader());
+    layout->addLayout(header);
     layout->addWidget(who_);
     layout->addWidget(pages_, 1);
     layout->addWidget(result_ = new QLabel(this));
@@ -89,6 +90,12 @@ QHBoxLayout* RegistrationScreen::buildHeader() {
     });
     auto* findLabel = new QLabel(QStringLiteral("Öğrenci b&ul:"), this);
     findLabel->setBuddy(finder_);
+    auto* back =
+        makeButton("onceki", QStringLiteral("Önce&ki"), QStringLiteral("Bir önceki öğrenci (Alt+PgUp)"), this,
+                   [this] { step(Step::Back); });
+    auto* forth =
+        makeButton("sonraki", QStringLiteral("So&nraki"), QStringLiteral("Bir sonraki öğrenci (Alt+PgDn)"),
+                   this, [this] { step(Step::Forth); });
     profession_ = new ChoiceList(kProfessionWidth, this);
     profession_->setObjectName(QStringLiteral("yeniKayitMeslegi"));
     profession_->setToolTip(QStringLiteral("Yeni kaydedilecek öğrencinin mesleği"));
@@ -97,12 +104,6 @@ QHBoxLayout* RegistrationScreen::buildHeader() {
             [this] { attempt(QStringLiteral("Meslek seçimi"), [this] { proposeAnew(); }); });
     auto* professionLabel = new QLabel(QStringLiteral("&Meslek:"), this);
     professionLabel->setBuddy(profession_);
-    auto* back =
-        makeButton("onceki", QStringLiteral("Önce&ki"), QStringLiteral("Bir önceki öğrenci (Alt+PgUp)"), this,
-                   [this] { step(Step::Back); });
-    auto* forth =
-        makeButton("sonraki", QStringLiteral("So&nraki"), QStringLiteral("Bir sonraki öğrenci (Alt+PgDn)"),
-                   this, [this] { step(Step::Forth); });
     auto* fresh =
         makeButton("yeni", QStringLiteral("Y&eni"), QStringLiteral("Seçilen meslekte yeni öğrenci (Ctrl+N)"),
                    this, [this] { startNew(); });
@@ -126,6 +127,7 @@ QHBoxLayout* RegistrationScreen::buildHeader() {
 }
 
 QHBoxLayout* RegistrationScreen::buildButtons() {
+    QPushButton* more = buildMoreButton();
     saveButton_ = makeButton("kaydet", QStringLiteral("Kay&det"),
                              QStringLiteral("Bütün sayfalardaki bilgileri kaydeder (Ctrl+S)"), this,
                              [this] { save(); });
@@ -134,7 +136,7 @@ QHBoxLayout* RegistrationScreen::buildButtons() {
     auto* leave = makeButton("kapat", QStringLiteral("Kapa&t"), QStringLiteral("Pencereyi kapatır (Esc)"),
                              this, [this] { closeWindow(); });
     auto* row = new QHBoxLayout;
-    row->addWidget(buildMoreButton());
+    row->addWidget(more);
     row->addStretch(1);
     for (QPushButton* button : {saveButton_, remove, leave})
         row->addWidget(button);

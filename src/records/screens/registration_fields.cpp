@@ -17,6 +17,7 @@ const QString kWorkplace = QStringLiteral("Ogr_calistigi_isyerinin_adi");
 const QString kMaster = QStringLiteral("Ogr_Usta_Ogreticisi");
 const QString kMasterMobile = QStringLiteral("ustaOgreticiCep");
 const QString kBirth = QStringLiteral("Ogr_Dogum_Tarihi");
+const QString kRegistryBirth = QStringLiteral("Ogr_Nufus_Dogum_Tarihi");
 
 // Two fields of the table for one fact: an empty one takes what is entered into the other.
 struct Twins {
@@ -56,23 +57,34 @@ void RegistrationScreen::enterWhenEmpty(const QString& field, const QString& val
     if (pages_->value(field).isEmpty() && !value.isEmpty()) pages_->enterValue(field, value);
 }
 
-void RegistrationScreen::fieldEdited(const QString& field) {
-    result_->clear();
+// Twins of the field, and the age. A date counts when it is left: while it is typed it may already be
+// another.
+void RegistrationScreen::carryOver(const QString& field) {
     const QString value = pages_->value(field);
-    if (isDateField(field) && dateText(dateFromText(value).value_or(QDate())) != value) return; // half typed
     for (const Twins& twins : kTwins) {
         if (field == QLatin1String(twins.one)) enterWhenEmpty(QLatin1String(twins.other), value);
         if (field == QLatin1String(twins.other)) enterWhenEmpty(QLatin1String(twins.one), value);
     }
-    if (const QString age = ageOn(clock_.today(), pages_->value(kBirth));
-        !age.isEmpty() && (field == kBirth || field == QLatin1String("Ogr_Nufus_Dogum_Tarihi")))
-        pages_->enterValue(QStringLiteral("Ogr_Yasi"), age);
+    if (field != kBirth && field != kRegistryBirth) return;
+    const QString age = ageOn(clock_.today(), pages_->value(kBirth));
+    if (!age.isEmpty()) pages_->enterValue(QStringLiteral("Ogr_Yasi"), age);
+}
+
+void RegistrationScreen::carryOverDates() {
+    for (const QString& field : {kBirth, kRegistryBirth})
+        if (isEdited(field)) carryOver(field);
+}
+
+void RegistrationScreen::fieldEdited(const QString& field) {
+    result_->clear();
+    if (!isDateField(field)) carryOver(field);
     if (field == kWorkplace) attempt(QStringLiteral("İşyeri seçimi"), [this] { takeOverWorkplace(); });
     if (field != kMaster) return;
     attempt(QStringLiteral("Usta öğretici seçimi"), [&] {
         if (const auto facts = workplaceFacts(databases_, pages_->value(kWorkplace)))
             for (const auto& supervisor : facts->supervisors)
-                if (supervisor.name == value) pages_->enterValue(kMasterMobile, supervisor.mobile);
+                if (supervisor.name == pages_->value(kMaster))
+                    pages_->enterValue(kMasterMobile, supervisor.mobile);
     });
 }
 
@@ -93,6 +105,7 @@ void RegistrationScreen::checkLeft(const QWidget* left) {
     if (!left || isEmpty() || !pages_->isAncestorOf(left)) return;
     const QString field = left->objectName();
     if (!shown_.contains(field) || !isEdited(field)) return;
+    if (isDateField(field) && dateFromText(pages_->value(field))) carryOver(field);
     attempt(QStringLiteral("Alan denetimi"), [&] {
         const QString fault = registration_.fault(collect(), field);
         if (!fault.isEmpty()) result_->setText(QStringLiteral("⚠ ") + QString(fault).replace(u'\n', u' '));

@@ -10,7 +10,7 @@
 namespace orvan {
 namespace {
 
-constexpr int kWide = 22, kChoice = 18; // characters
+constexpr int kWide = 18, kChoice = 17; // characters
 constexpr double kLargestNumber = 99999;
 
 struct Spot {
@@ -45,7 +45,7 @@ const Block kProgramme{"Eğitim",
                        {{"Ogr_Bolum", 0, "Meslek"},
                         {"Ogr_MeslekKod", 8, "Meslek kodu"},
                         {"DersID", 3, "Müfredat"},
-                        {"Ogr_AnaMeslek_Kod"},
+                        {"Ogr_AnaMeslek_Kod", 19},
                         {"Ogr_Sinif", 12},
                         {"Ogr_DersYili", 10},
                         {"Ogr_Seviye", 12},
@@ -54,7 +54,7 @@ const Block kProgramme{"Eğitim",
                         {"Ogr_Kanun_Maddesi", 14},
                         {"Ogr_Pratik_EgitimYeri"},
                         {"Ogr_GeldigiGunler"},
-                        {"Ogr_Sorumlu_MudurYardimcisi", 0, "Müdür yardımcısı"}}};
+                        {"Ogr_Sorumlu_MudurYardimcisi", 0, "Müdür yrd."}}};
 const Block kAddress{"Adres",
                      {{"Ogr_Adresi1"},
                       {"Ogr_Adresi2", 0, "(devamı)"},
@@ -89,7 +89,7 @@ const Block kIdentityCard{"Nüfus cüzdanı",
                            {"Ogr_Nufus_Verilis_Nedeni"},
                            {"Ogr_Nufus_Verilis_Tarihi"}}};
 const Block kMilitary{
-    "Askerlik", {{"Ogr_Askerlik_Subesi", 0, "Şubesi"}, {"Ogr_Askerlik_YapildiMuaf", 7, "Yapıldı / muaf"}}};
+    "Askerlik", {{"Ogr_Askerlik_Subesi", 0, "Şubesi"}, {"Ogr_Askerlik_YapildiMuaf", 9, "Yapıldı / muaf"}}};
 const Block kGuardian{"Veli",
                       {{"Ogr_Veli_Adi", 0, "Adı"},
                        {"Ogr_Veli_Soyadi", 0, "Soyadı"},
@@ -112,40 +112,40 @@ const Block kGuardianWork{"Velinin iş adresi",
                            {"Ogr_veli_is_il", 0, "İl"},
                            {"Ogr_Veli_is_Tel", 14, "İş telefonu"}}};
 const Block kWorkplace{"Çalıştığı işyeri",
-                       {{"Ogr_calistigi_isyerinin_adi", 24, "İşyeri"},
-                        {"Ogr_calistigi_isyeri_adresi1", 24, "Adresi"},
-                        {"Ogr_calistigi_isyeri_adresi2", 24, "(devamı)"},
-                        {"Ogr_Usta_Ogreticisi", 24},
+                       {{"Ogr_calistigi_isyerinin_adi", 20, "İşyeri"},
+                        {"Ogr_calistigi_isyeri_adresi1", 22, "Adresi"},
+                        {"Ogr_calistigi_isyeri_adresi2", 22, "(devamı)"},
+                        {"Ogr_Usta_Ogreticisi", 18},
                         {"ustaOgreticiCep", 14, "Cep telefonu"},
-                        {"Ogr_Koordinator_Ogretmen", 24, "Koordinatör"}}};
+                        {"Ogr_Koordinator_Ogretmen", 18, "Koordinatör"}}};
 const Block kWorkDates{"İşe giriş ve çıkış",
                        {{"Ogr_calistigi_ise_giris_tarihi"},
                         {"Ogr_calistigi_isden_ayrilis_tarihi"},
-                        {"Ogr_Ise_Giris_Tarihi"},
-                        {"Ogr_Isden_Ayrilis_Tarihi"},
-                        {"Ogr_ise_baslama_durumu", 14},
-                        {"Ogr_Isten_Ayrildi", 7},
-                        {"Ogr_Isguvenligi_Egitimi"}}};
+                        {"Ogr_Ise_Giris_Tarihi", 0, "Sözleşme başı"},
+                        {"Ogr_Isden_Ayrilis_Tarihi", 0, "Sözleşme sonu"},
+                        {"Ogr_ise_baslama_durumu", 12, "Başlama durumu"},
+                        {"Ogr_Isten_Ayrildi", 9},
+                        {"Ogr_Isguvenligi_Egitimi", 0, "İş güvenliği eğitimi"}}};
 const Block kEarlierTime{
     "Önceki işyerlerinde geçen süre",
     {{"Ogr_Isletme1_Yil", 4, "Yıl"}, {"Ogr_Isletme1_Ay", 4, "Ay"}, {"Ogr_Isletme1_Gun", 4, "Gün"}}};
 const Block kInsurance{"Sigorta",
                        {{"Ogr_SSK_No", 16},
-                        {"Ogr_Sigorta_Giris_Tarihi"},
-                        {"Ogr_SSK_SonOdeme_Tarihi", 0, "SSK son ödeme tarihi"},
-                        {"Ogr_SigortaYok", 7},
-                        {"SigortaYatirmamaTarihi", 0, "Yatırılmama tarihi"}}};
+                        {"Ogr_Sigorta_Giris_Tarihi", 0, "Giriş tarihi"},
+                        {"Ogr_SSK_SonOdeme_Tarihi", 0, "SSK son ödeme"},
+                        {"Ogr_SigortaYok", 9, "Yatırılmıyor"},
+                        {"SigortaYatirmamaTarihi", 0, "Yatırılmama"}}};
 const Block kNotices{"İnternetten yapılan bildirimler",
-                     {{"Ogr_WebIseGirisVar", 7},
+                     {{"Ogr_WebIseGirisVar", 9},
                       {"Ogr_WebIseGirisTarihi", 0, "Bildirim tarihi"},
-                      {"Ogr_WebIstenCikisVar", 7},
+                      {"Ogr_WebIstenCikisVar", 9},
                       {"Ogr_WebIstenCikisTarihi", 0, "Bildirim tarihi"}}};
 const Block kFinalExam{
     "Bitirme sınavı",
-    {{"Ogr_BitirmeyeGirecek", 7, "Sınava girecek"}, {"Ogr_Bitirme", 8}, {"Ogr_Sinav_Tarihi"}}};
+    {{"Ogr_BitirmeyeGirecek", 9, "Sınava girecek"}, {"Ogr_Bitirme", 8}, {"Ogr_Sinav_Tarihi"}}};
 const Block kCertificate{
     "Kazandığı belge",
-    {{"Ogr_Belge_Cinsi"}, {"Ogr_Belge_Sayisi", 14}, {"Ogr_Belge_Tarihi"}, {"Ogr_BelgeVerildi", 7}}};
+    {{"Ogr_Belge_Cinsi"}, {"Ogr_Belge_Sayisi", 14}, {"Ogr_Belge_Tarihi"}, {"Ogr_BelgeVerildi", 9}}};
 const Block kLeaving{"Ayrılış",
                      {{"Ogr_Ayrilis_Nedeni"},
                       {"Ogr_AyrilisNedeni"},

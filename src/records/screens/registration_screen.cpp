@@ -61,14 +61,17 @@ void RegistrationScreen::showNothing(const QString& why) {
 }
 
 void RegistrationScreen::showWho() {
-    if (isEmpty())
+    if (isEmpty()) {
         who_->setText(QStringLiteral("Öğrenci seçilmedi"));
-    else if (form_.stored.isNew())
+    } else if (form_.stored.isNew()) {
         who_->setText(
             QStringLiteral("Yeni öğrenci: %1, %2").arg(form_.text("Ogr_Numarasi"), form_.text("Ogr_Bolum")));
-    else
-        who_->setText(QStringLiteral("%1  %2, %3")
-                          .arg(form_.stored.number(), form_.stored.fullName(), form_.text("Ogr_Sinif")));
+    } else {
+        QStringList words{form_.stored.number() + QStringLiteral("  ") + form_.stored.fullName(),
+                          form_.text("Ogr_Sinif"), form_.text("Ogr_Bolum")};
+        words.removeAll(QString());
+        who_->setText(words.join(QStringLiteral(", ")));
+    }
 }
 
 bool RegistrationScreen::isEdited(const QString& field) const {
@@ -103,6 +106,7 @@ bool RegistrationScreen::trySave() {
                                    : QStringLiteral("Değişiklik yok."));
         return true;
     }
+    carryOverDates(); // Ctrl+S leaves no field
     RegistrationForm wanted = collect();
     const RegistrationResult result = registration_.save(wanted);
     switch (result.what) {
@@ -151,6 +155,7 @@ void RegistrationScreen::startNew() {
             profession_->setFocus(Qt::OtherFocusReason);
             return;
         }
+        sinceSaved_.invalidate(); // what is saved next is another student
         show(*form);
         result_->clear();
         pages_->focusField(kName);

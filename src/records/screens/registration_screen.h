@@ -44,7 +44,7 @@ class RegistrationScreen : public Screen {
     void showRecord(const QString& number) override;
 
   private:
-    void build(UserMemory& memory);
+    void build(QHBoxLayout* header, UserMemory& memory);
     QHBoxLayout* buildHeader();
     QHBoxLayout* buildButtons();
     QPushButton* buildMoreButton();
@@ -77,6 +77,8 @@ class RegistrationScreen : public Screen {
     void startAgain();
 
     void fieldEdited(const QString& field);
+    void carryOver(const QString& field);
+    void carryOverDates();
     void takeOverWorkplace();
     void enterWhenEmpty(const QString& field, const QString& value);
     void checkLeft(const QWidget* left);

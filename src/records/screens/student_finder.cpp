@@ -12,7 +12,7 @@ namespace orvan {
 namespace {
 
 constexpr size_t kMostShown = 100; // more are no help: the person types on
-constexpr int kVisible = 14, kWidth = 34;
+constexpr int kVisible = 14, kWidth = 18;
 
 } // namespace
 

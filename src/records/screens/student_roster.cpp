@@ -32,6 +32,9 @@ StudentRoster::StudentRoster(RosterLook look, const QString& title, DatabaseSet&
 }
 
 void StudentRoster::build(UserMemory& memory) {
+    grid_ = new ListGrid(look_.list, look_.columns, dialogs(), memory, this);
+    grid_->setEmptyText(QStringLiteral("Bu düzeyde kayıtlı öğrenci yok."));
+    grid_->setPinnedColumns(3);
     groups_ = new ChoiceList(30, this);
     groups_->setObjectName(QStringLiteral("grup"));
     auto* label = new QLabel(look_.groupBy, this);
@@ -39,14 +42,11 @@ void StudentRoster::build(UserMemory& memory) {
     counts_ = new QLabel(this);
     counts_->setObjectName(QStringLiteral("mevcut"));
     counts_->setTextFormat(Qt::PlainText);
-    auto* top = new QHBoxLayout;
-    top->addWidget(label);
-    top->addWidget(groups_);
-    top->addSpacing(fontMetrics().averageCharWidth() * 3);
-    top->addWidget(counts_, 1);
-    grid_ = new ListGrid(look_.list, look_.columns, dialogs(), memory, this);
-    grid_->setEmptyText(QStringLiteral("Bu düzeyde kayıtlı öğrenci yok."));
-    grid_->setPinnedColumns(3);
+    auto* choice = new QHBoxLayout;
+    choice->addWidget(label);
+    choice->addWidget(groups_);
+    choice->addSpacing(fontMetrics().averageCharWidth() * 3);
+    choice->addWidget(counts_, 1);
     auto* again = makeButton("yenile", QStringLiteral("Y&enile"), QStringLiteral("Listeyi yeniden okur (F5)"),
                              this, [this] { refresh(); });
     auto* print = makeButton("yazdirDugmesi", QStringLiteral("Yazdı&r"),
@@ -59,8 +59,8 @@ void StudentRoster::build(UserMemory& memory) {
     for (QPushButton* button : {again, print, leave})
         buttons->addWidget(button);
     auto* layout = new QVBoxLayout(this);
-    layout->addLayout(top);
-    layout->addWidget(grid_, 1);
+    layout->addWidget(grid_, 1); // first: who opens the list begins to type a name
+    layout->addLayout(choice);
     layout->addLayout(buttons);
     setFocusProxy(grid_);
     connect(groups_, &ChoiceList::codeChanged, this, [this] { showChosen(); });

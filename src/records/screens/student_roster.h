@@ -1,5 +1,5 @@
 // records/screens/student_roster.h — what the printed lists of students have in common: the students of the
-// open level in one list, a choice of one class or workplace above it, and their counts. Enter opens the
+// open level in one list, a choice of one class or workplace below it, and their counts. Enter opens the
 // student.
 #pragma once
 

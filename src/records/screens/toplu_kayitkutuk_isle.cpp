@@ -218,7 +218,18 @@ std::vector<NewNumbers> Toplu_KayitKutuk_Isle::wanted() const {
     return numbers;
 }
 
+// A number that stood against another row's may be free by now: what was refused is looked at again.
+void Toplu_KayitKutuk_Isle::recheckRefused() {
+    std::vector<EditGrid::Change> again;
+    const auto all = columns(renumber_.numberWidth());
+    for (const RefusedCell& cell : grid_->refusedCells())
+        again.push_back({cell.place.row, all[cell.place.column].key, cell.typed});
+    if (!again.empty()) grid_->applyChanges(again);
+}
+
 bool Toplu_KayitKutuk_Isle::save() {
+    grid_->settle(); // takes an open cell
+    recheckRefused();
     if (!grid_->settle()) return false;
     bool saved = false;
     attempt(objectName(), [&] { saved = trySave(); });

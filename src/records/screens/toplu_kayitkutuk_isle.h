@@ -31,6 +31,7 @@ class Toplu_KayitKutuk_Isle : public Screen {
     void choose();
     void load();
     void giveNumbers();
+    void recheckRefused();
     bool trySave();
     std::vector<NewNumbers> wanted() const;
     void showProblems(const std::vector<RenumberProblem>& problems, const std::vector<NewNumbers>& numbers);

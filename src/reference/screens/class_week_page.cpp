@@ -61,6 +61,7 @@ ClassWeekPage::ClassWeekPage(const ClassList& classes, Dialogs& dialogs, UserMem
       grid_(new EditGrid(QStringLiteral("dersSaatleri"), columns(classes), dialogs, memory, this)) {
     grid_->setTitle(QStringLiteral("Ders Saatleri"));
     grid_->setEntryDirection(EntryDirection::Right);
+    grid_->hideFind();
     grid_->setValidator(kStart, checkTime);
     grid_->setValidator(kEnd, checkTime);
     auto* layout = new QVBoxLayout(this);

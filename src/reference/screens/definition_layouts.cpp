@@ -13,10 +13,7 @@ const QString kInForce = QString::fromLatin1(kInForceField);
 const QString kShortName = QStringLiteral("Ta_Tanim_Kisaisim");
 const QString kRegistration = QStringLiteral("Ta_Tanim_Tescil_No");
 
-const QString kYearsGroup = QStringLiteral("Eğitim Süresi İ.Ö - Lise - Usta");
-const QString kYearsByClassGroup = QStringLiteral("Eğitim Süresi (9-10-11-12)");
-const QString kRatesGroup = QStringLiteral("Sigorta primleri");
-
+constexpr auto kFirstYears = "Ta_Ilkogretim_Sure"; // the two others stand below it
 constexpr int kNameWidth = 36, kShortWidth = 20;
 
 FormField code() { return {kCode, QStringLiteral("&Kod:"), FieldKind::Code, 0, 10}; }
@@ -29,14 +26,12 @@ FormField version() { return {kVersion, QStringLiteral("Program:"), FieldKind::C
 
 FormField years(const char* name, const QString& label) {
     FormField field{QString::fromLatin1(name), label, FieldKind::Number, 1, 8, 1};
-    field.group = kYearsGroup;
     field.limits = {0, 9, 0};
     return field;
 }
 
 FormField rate(const char* name, const QString& label) {
     FormField field{QString::fromLatin1(name), label, FieldKind::Decimal, 0, 8, 1};
-    field.group = kRatesGroup;
     field.limits = {0, 100, 5};
     return field;
 }
@@ -53,7 +48,7 @@ std::vector<FormField> professionFields() {
             {kRegistration, QStringLiteral("İşyeri tescil &no:"), FieldKind::Code, 0, 26},
             {QStringLiteral("TA_Tanim_Tehlike_Sinifi"), QStringLiteral("Te&hlike sınıfı:"), FieldKind::Code,
              0, 10},
-            years("Ta_Ilkogretim_Sure", QStringLiteral("İ.Ö (yıl):")),
+            years(kFirstYears, QStringLiteral("Eğitim Süresi İ.Ö - Lise - Usta:")),
             years("Ta_Lise_Sure", QStringLiteral("Lise (yıl):")),
             years("Ta_Ustalik_Sure", QStringLiteral("Usta (yıl):")),
             rate("TA_Tanim_prim_cirak_hastalik_sigortasi", QStringLiteral("Çırak hastalık primi (%):")),
@@ -110,10 +105,10 @@ std::vector<FormField> courseFields() {
         return field;
     };
     return {{QStringLiteral("DersKodu"), QStringLiteral("&Kod:"), FieldKind::Code, 0, 12},
-            {QStringLiteral("DersAdi"), QStringLiteral("Ders &adı:"), FieldKind::Text, 0, kNameWidth},
+            {QStringLiteral("DersAdi"), QStringLiteral("Ders adı:"), FieldKind::Text, 0, kNameWidth},
             {QStringLiteral("DersKisaAdi"), QStringLiteral("Kısa adı:"), FieldKind::Text, 0, kShortWidth},
-            {QStringLiteral("DersTuru"), QStringLiteral("Ders tü&rü:"), FieldKind::Choice, 0, 18},
-            {kVersion, QStringLiteral("Program (ders):"), FieldKind::Choice, 0, 24},
+            {QStringLiteral("DersTuru"), QStringLiteral("Ders türü:"), FieldKind::Choice, 0, 18},
+            {kVersion, QStringLiteral("Dersin programı:"), FieldKind::Choice, 0, 24},
             hours("DersHaftalikSaat", QStringLiteral("&Haftalık saat:"), 99),
             hours("DersToplamSaat", QStringLiteral("Toplam saat:"), 9999),
             {QStringLiteral("Bitirme_Sinav_Turu"), QStringLiteral("Bitirme sınavı türü:"), FieldKind::Text, 0,
@@ -152,8 +147,8 @@ DefinitionLayout coursePoolLayout(const Schema& schema) {
 DefinitionLayout professionByClassLayout(const Schema& schema) {
     DefinitionLayout layout = definitionLayout(definitionGroup(QStringLiteral("Meslekler")), schema);
     for (FormField& field : layout.fields)
-        if (field.group == kYearsGroup) {
-            field.group = kYearsByClassGroup;
+        if (field.name == QLatin1String(kFirstYears)) {
+            field.label = QStringLiteral("Eğitim Süresi (9-10-11-12):");
             field.tip = QStringLiteral("Örnek: 4-4-4-4");
         }
     return layout;

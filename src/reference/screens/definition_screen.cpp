@@ -82,7 +82,10 @@ void DefinitionScreen::build(UserMemory& memory) {
     layout->addWidget(form_);
     layout->addWidget(result_);
     layout->addLayout(buildButtons());
-    setFocusProxy(grid_);
+    if (versions_)
+        setFocusProxy(versions_);
+    else
+        setFocusProxy(grid_);
 
     connect(grid_->view()->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &DefinitionScreen::rowChosen);
@@ -140,7 +143,7 @@ void DefinitionScreen::offerVersions() {
 }
 
 QHBoxLayout* DefinitionScreen::buildVersions() {
-    auto* label = new QLabel(QStringLiteral("&Program:"), this);
+    auto* label = new QLabel(QStringLiteral("Program:"), this);
     versions_ = new ChoiceList(24, this);
     versions_->setObjectName(QStringLiteral("program"));
     versions_->setChoices(versionChoices());

@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QSplitter>
 #include <QTableView>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace orvan {
@@ -24,6 +25,7 @@ using namespace curriculum_field;
 namespace {
 
 constexpr int kGridShare = 2, kPoolShare = 1; // of the width
+constexpr int kShareUnit = 1000;              // Qt scales the shares to the room there is
 
 EditColumn number(const QString& key, const QString& title, int width, double least, double most) {
     EditColumn column{key, title, CellKind::Number, width};
@@ -81,6 +83,7 @@ void FrmMeslekDersHavuzu::build(UserMemory& memory) {
     halves->addWidget(buildPool(memory));
     halves->setStretchFactor(0, kGridShare);
     halves->setStretchFactor(1, kPoolShare);
+    halves->setSizes({kGridShare * kShareUnit, kPoolShare * kShareUnit});
     layout->addWidget(halves, 1);
     result_ = new QLabel(this);
     result_->setObjectName(QStringLiteral("sonuc"));
@@ -109,12 +112,12 @@ ChoiceList* FrmMeslekDersHavuzu::addChoice(QGridLayout* layout, int row, int col
 
 QLayout* FrmMeslekDersHavuzu::buildChoices() {
     auto* layout = new QGridLayout;
-    profession_ = addChoice(layout, 0, 0, QStringLiteral("&Meslek:"), "meslek", 34);
-    version_ = addChoice(layout, 0, 2, QStringLiteral("Program:"), "program", 22);
+    profession_ = addChoice(layout, 0, 0, QStringLiteral("&Meslek:"), "meslek", 28);
+    version_ = addChoice(layout, 0, 2, QStringLiteral("Program:"), "program", 20);
     level_ = addChoice(layout, 1, 0, QStringLiteral("Düzey:"), "duzey", 12);
-    track_ = addChoice(layout, 1, 2, QStringLiteral("Öğre&nim:"), "ogrenim", 22);
-    year_ = addChoice(layout, 1, 4, QStringLiteral("Öğrenim yılı:"), "yil", 12);
-    layout->setColumnStretch(5, 1);
+    track_ = addChoice(layout, 1, 2, QStringLiteral("Öğre&nim:"), "ogrenim", 20);
+    year_ = addChoice(layout, 1, 4, QStringLiteral("Yıl:"), "yil", 12);
+    layout->setColumnStretch(6, 1);
     version_->setChoices(versionChoices());
     std::vector<Choice> levels;
     for (const QString& text : curriculumLevels())
@@ -139,10 +142,14 @@ QWidget* FrmMeslekDersHavuzu::buildPool(UserMemory& memory) {
                       {QStringLiteral("DersHaftalikSaat"), QStringLiteral("Saat"), ListKind::Number, 5},
                       {QStringLiteral("DersTuru"), QStringLiteral("Tür"), ListKind::Text, 4}},
                      dialogs(), memory, side);
+    for (QToolButton* tool : poolGrid_->findChildren<QToolButton*>())
+        tool->hide(); // the narrow side has room for the search alone; the pool prints in its own window
+    for (QLabel* label : poolGrid_->findChildren<QLabel*>())
+        if (label->buddy()) label->setText(QStringLiteral("Havuz:")); // the Alt letter is the other grid's
     poolGrid_->setTitle(QStringLiteral("Ders Havuzu"));
     poolGrid_->setEmptyText(QStringLiteral("Bu programın havuzunda ders yok."));
     layout->addWidget(poolGrid_, 1);
-    layout->addWidget(makeButton("ekle", QStringLiteral("Seçili Dersleri &Ekle"),
+    layout->addWidget(makeButton("ekle", QStringLiteral("&Ekle"),
                                  QStringLiteral("Havuzda seçili dersleri mesleğe ekler (listede Enter)"),
                                  this, [this] { addCourses(); }));
     return side;
@@ -156,8 +163,8 @@ QLayout* FrmMeslekDersHavuzu::buildButtons() {
     rows->addWidget(
         button("yukari", "Y&ukarı", "Satırı bir yukarı alır (Alt+Yukarı)", [this] { moveCurrent(-1); }));
     rows->addWidget(
-        button("asagi", "&Aşağı", "Satırı bir aşağı alır (Alt+Aşağı)", [this] { moveCurrent(1); }));
-    rows->addWidget(button("bitirme", "&Bitirme Dersleri…",
+        button("asagi", "Aşağı", "Satırı bir aşağı alır (Alt+Aşağı)", [this] { moveCurrent(1); }));
+    rows->addWidget(button("bitirme", "Bitirme Dersleri…",
                            "Mesleğin her dersi için bir bitirme dersi oluşturur (önce sorar)",
                            [this] { makeFinalExam(); }));
     rows->addWidget(button("hazir", "&Hazır Dersler…", "Mesleğin hazır derslerini yükler (önce sorar)",
@@ -166,15 +173,20 @@ QLayout* FrmMeslekDersHavuzu::buildButtons() {
         emit openRequested(QString::fromLatin1(kProfessionsOfVersionKey), version_->code());
     }));
     rows->addStretch(1);
+    auto* record = new QHBoxLayout;
+    record->addStretch(1);
     saveButton_ =
         button("kaydet", "Kay&det", "Tablodaki değişiklikleri kaydeder (Ctrl+S)", [this] { save(); });
-    rows->addWidget(saveButton_);
-    rows->addWidget(
+    record->addWidget(saveButton_);
+    record->addWidget(
         button("sil", "&Sil", "Tabloda üzerinde durulan satırı siler (önce sorar)", [this] { removeRow(); }));
-    rows->addWidget(button("yazdir", "Yazdı&r", "Tablodaki dersleri yazdırır",
-                           [this] { grid_->outputActions().front()->trigger(); }));
-    rows->addWidget(button("kapat", "Kapa&t", "Pencereyi kapatır (Esc)", [this] { closeWindow(); }));
-    return rows;
+    record->addWidget(button("yazdir", "Yazdı&r", "Tablodaki dersleri yazdırır",
+                             [this] { grid_->outputActions().front()->trigger(); }));
+    record->addWidget(button("kapat", "Kapa&t", "Pencereyi kapatır (Esc)", [this] { closeWindow(); }));
+    auto* both = new QVBoxLayout;
+    both->addLayout(rows);
+    both->addLayout(record);
+    return both;
 }
 
 void FrmMeslekDersHavuzu::addMoveKeys() {

@@ -19,16 +19,17 @@ namespace {
 const QString kName = QStringLiteral("SinifAdi");
 const QString kTeacher = QStringLiteral("SinifOgretmeni");
 const QString kInsurance = QStringLiteral("SGKKodu");
-const QString kSlotPage = QStringLiteral("sayfaDersSaatleri");
+constexpr size_t kSchoolDays = 5; // the others are narrow
 
 ListColumn column(const char* key, const QString& title, int width, ListKind kind = ListKind::Text) {
     return {QString::fromLatin1(key), title, kind, width};
 }
 
 std::vector<ListColumn> weekColumns() {
-    std::vector<ListColumn> columns{column("saat", QStringLiteral("Saat"), 11)};
+    std::vector<ListColumn> columns{column("saat", QStringLiteral("Saat"), 13)};
     for (const QString& day : weekDays())
-        columns.push_back({QStringLiteral("gun%1").arg(columns.size()), day, ListKind::Text, 14});
+        columns.push_back({QStringLiteral("gun%1").arg(columns.size()), day, ListKind::Text,
+                           columns.size() <= kSchoolDays ? 20 : 11});
     return columns;
 }
 
@@ -56,11 +57,8 @@ Frm_Sinif_Tanimlama::Frm_Sinif_Tanimlama(const QString& title, DatabaseSet& data
     build(std::move(parts));
 
     slots_ = new ClassWeekPage(classes_, dialogs, memory);
-    week_ = new ListGrid(QStringLiteral("sinifHaftasi"), weekColumns(), dialogs, memory);
-    week_->setEmptyText(QStringLiteral("Bu sınıfın günü seçilmiş dersi yok."));
-    week_->setPinnedColumns(1);
-    pages().addPage(kSlotPage, QStringLiteral("Ders Saatleri"), slots_);
-    addSection(QStringLiteral("&Haftalık Görünüm"), week_);
+    addBelow(slots_);
+    addSection(QStringLiteral("&Haftalık Görünüm"), buildWeek());
     addSection(QStringLiteral("Ders Progra&mı"), buildTimetable(notes));
     addSection(QStringLiteral("Ta&nımsız Sınıflar"), buildUndefined());
     connect(slots_, &ClassWeekPage::changed, this, [this] {
@@ -68,6 +66,26 @@ Frm_Sinif_Tanimlama::Frm_Sinif_Tanimlama(const QString& title, DatabaseSet& data
         showWeek();
     });
     load();
+}
+
+QWidget* Frm_Sinif_Tanimlama::buildWeek() {
+    auto* page = new QWidget;
+    className_ = new QLabel(page);
+    className_->setObjectName(QStringLiteral("haftaninSinifi"));
+    className_->setTextFormat(Qt::PlainText);
+    QFont bold = className_->font();
+    bold.setBold(true);
+    className_->setFont(bold);
+    week_ = new ListGrid(QStringLiteral("sinifHaftasi"), weekColumns(), dialogs(), memory(), page);
+    week_->setTitle(QStringLiteral("Haftalık Ders Programı"));
+    week_->setEmptyText(QStringLiteral("Bu sınıfın günü seçilmiş dersi yok."));
+    week_->setPinnedColumns(1);
+    auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(className_);
+    layout->addWidget(week_, 1);
+    page->setFocusProxy(week_);
+    return page;
 }
 
 QWidget* Frm_Sinif_Tanimlama::buildTimetable(const QStringList& notes) {
@@ -138,8 +156,8 @@ bool Frm_Sinif_Tanimlama::removeRow(const StoredRow& row) { return classes_.remo
 
 void Frm_Sinif_Tanimlama::showMore(const StoredRow* row) {
     slots_->show(row ? &row->values : nullptr);
-    week_->setTitle(QStringLiteral("Haftalık Ders Programı"));
-    week_->setNotes({row ? row->values.at(kName) : QString()});
+    className_->setText(row ? row->values.at(kName) : QStringLiteral("Yeni sınıf"));
+    week_->setNotes({className_->text()});
     showWeek();
 }
 
@@ -147,7 +165,7 @@ void Frm_Sinif_Tanimlama::takeOverMore(const StoredRow& row) { slots_->takeOver(
 
 bool Frm_Sinif_Tanimlama::settleMore() {
     if (slots_->settle()) return true;
-    pages().showPage(kSlotPage);
+    showRecordSection();
     return false;
 }
 
@@ -156,9 +174,7 @@ void Frm_Sinif_Tanimlama::revertMore() { slots_->revert(); }
 void Frm_Sinif_Tanimlama::addToSave(FieldTexts& wanted) const { slots_->addTo(wanted); }
 
 bool Frm_Sinif_Tanimlama::showWrongMore(const QString& field, const QString& reason) {
-    if (!slots_->showWrong(field, reason)) return false;
-    pages().showPage(kSlotPage);
-    return true;
+    return slots_->showWrong(field, reason);
 }
 
 // Clashes of this class with the others; the week may be meant so.

@@ -6,7 +6,7 @@
 #include "reference/classes.h"
 #include "reference/screens/record_screen.h"
 
-class QCheckBox;
+class QLabel;
 class QStackedWidget;
 
 namespace orvan {
@@ -36,6 +36,7 @@ class Frm_Sinif_Tanimlama : public RecordScreen {
     void listRead() override;
 
   private:
+    QWidget* buildWeek();
     QWidget* buildTimetable(const QStringList& notes);
     QWidget* buildUndefined();
     void showWeek();
@@ -47,6 +48,7 @@ class Frm_Sinif_Tanimlama : public RecordScreen {
     ClassWeekPage* slots_ = nullptr;
     ListGrid *week_ = nullptr, *timetable_ = nullptr, *students_ = nullptr, *unknown_ = nullptr;
     QStackedWidget* timetables_ = nullptr;
+    QLabel* className_ = nullptr; // above the week
 };
 
 } // namespace orvan

@@ -29,6 +29,13 @@ QLabel* makeLabel(const char* name, QWidget* parent) {
     return label;
 }
 
+QVariant cell(const ListColumn& column, const StoredRow& row) {
+    const QString text = row.values.at(column.key);
+    return column.kind == ListKind::Number && !text.isEmpty() ? QVariant(text.toDouble()) : QVariant(text);
+}
+
+constexpr int kListShare = 420, kRecordShare = 560; // of the width, until the user has moved the border
+
 QString upperFirst(const QString& words) { return upperTurkish(words.left(1)) + words.mid(1); }
 
 } // namespace
@@ -37,42 +44,62 @@ RecordScreen::RecordScreen(const QString& name, const QString& title, Dialogs& d
                            QWidget* parent)
     : Screen(name, title, dialogs, parent), memory_(memory) {}
 
+// Widgets are made in the order in which Tab goes through them.
 void RecordScreen::build(RecordParts parts) {
     parts_ = std::move(parts);
+    if (parts_.name.isEmpty()) parts_.name = parts_.columns.front().key;
     for (const FormPage& page : parts_.pages)
         for (const FormField& field : page.fields)
             fields_ << field.name;
-    splitter_ = new QSplitter(this);
+    layout_ = new QVBoxLayout(this);
+    auto* section = new QWidget(this);
+    auto* sectionLayout = new QVBoxLayout(section);
+    if (parts_.section.isEmpty()) {
+        sectionLayout->setContentsMargins(0, 0, 0, 0);
+        layout_->addWidget(section, 1);
+    } else {
+        sections_ = new QTabWidget(this);
+        sections_->setObjectName(QStringLiteral("bolumler"));
+        sections_->addTab(section, parts_.section);
+        layout_->addWidget(sections_, 1);
+    }
+    if (parts_.header) sectionLayout->addWidget(parts_.header);
+    splitter_ = new QSplitter(section);
     splitter_->setObjectName(QStringLiteral("bolme"));
     splitter_->setChildrenCollapsible(false);
+    sectionLayout->addWidget(splitter_, 1);
+    buildList();
+    buildRecord();
+    splitter_->setStretchFactor(0, 2);
+    splitter_->setStretchFactor(1, 3);
+    splitter_->setSizes({kListShare, kRecordShare});
+    splitter_->restoreState(memory_.value(QStringLiteral("Bolme-") + objectName()).toByteArray());
+    setFocusProxy(parts_.header ? parts_.header : grid_);
+}
+
+void RecordScreen::buildList() {
     grid_ = new ListGrid(parts_.listName, parts_.columns, dialogs(), memory_, splitter_);
     grid_->setKeyColumn(0);
     grid_->setTitle(windowTitle().remove(QStringLiteral("[*]")));
     grid_->setNotes(parts_.notes);
     grid_->setEmptyText(QStringLiteral("Henüz %1 kaydedilmemiş. “Yeni” ile ekleyiniz.").arg(parts_.one));
+    connect(grid_->view()->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &RecordScreen::rowChosen);
+    connect(grid_, &ListGrid::activated, this, [this] { pages_->focusFirst(); });
+}
+
+void RecordScreen::buildRecord() {
     auto* record = new QWidget(splitter_);
     heading_ = makeLabel("kayit", record);
     QFont bold = heading_->font();
     bold.setBold(true);
     heading_->setFont(bold);
     pages_ = new FormPages(objectName() + QStringLiteral("-sayfalar"), parts_.pages, memory_, record);
-    auto* recordLayout = new QVBoxLayout(record);
-    recordLayout->setContentsMargins(0, 0, 0, 0);
-    recordLayout->addWidget(heading_);
-    recordLayout->addWidget(pages_, 1);
-    splitter_->setStretchFactor(0, 2);
-    splitter_->setStretchFactor(1, 3);
-    result_ = makeLabel("sonuc", this);
-    layout_ = new QVBoxLayout(this);
-    layout_->addWidget(splitter_, 1);
-    layout_->addWidget(result_);
-    layout_->addLayout(buildButtons());
-    setFocusProxy(grid_);
-    splitter_->restoreState(memory_.value(QStringLiteral("Bolme-") + objectName()).toByteArray());
-
-    connect(grid_->view()->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            &RecordScreen::rowChosen);
-    connect(grid_, &ListGrid::activated, this, [this] { pages_->focusFirst(); });
+    pages_->tabs()->setTabBarAutoHide(true);
+    auto* layout = new QVBoxLayout(record);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(heading_);
+    layout->addWidget(pages_, 1);
     connect(pages_, &FormPages::dirtyChanged, this, &RecordScreen::checkUnsaved);
     connect(pages_, &FormPages::edited, this, [this] { result_->clear(); });
     connect(pages_, &FormPages::lastFieldDone, this, [this] { saveButton_->setFocus(Qt::TabFocusReason); });
@@ -88,35 +115,27 @@ QHBoxLayout* RecordScreen::buildButtons() {
                    [this] { removeCurrent(); });
     auto* output =
         makeButton("yazdir", QStringLiteral("Yazdı&r"),
-                   QStringLiteral("Listeyi yazdırır; dosyaya vermek için listenin üstündeki düğmeyi "
+                   QStringLiteral("Görünen listeyi yazdırır; dosyaya vermek için listenin üstündeki düğmeyi "
                                   "kullanınız"),
-                   this, [this] { grid_->outputActions().front()->trigger(); });
+                   this, [this] { printShown(); });
     auto* leave = makeButton("kapat", QStringLiteral("Kapa&t"), QStringLiteral("Pencereyi kapatır (Esc)"),
                              this, [this] { closeWindow(); });
-    buttons_ = new QHBoxLayout;
-    buttons_->addStretch(1);
+    auto* buttons = new QHBoxLayout;
+    for (QPushButton* button : ownButtons_)
+        buttons->addWidget(button);
+    buttons->addStretch(1);
     for (QPushButton* button : {fresh, saveButton_, removeButton_, output, leave})
-        buttons_->addWidget(button);
+        buttons->addWidget(button);
     auto* newAction = new QAction(this);
     newAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_N));
     newAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     newAction->setAutoRepeat(false);
     connect(newAction, &QAction::triggered, this, [this] { startNew({}); });
     addAction(newAction);
-    return buttons_;
+    return buttons;
 }
 
 void RecordScreen::addSection(const QString& title, QWidget* page) {
-    if (!sections_) {
-        sections_ = new QTabWidget(this);
-        sections_->setObjectName(QStringLiteral("bolumler"));
-        layout_->replaceWidget(splitter_, sections_);
-        auto* first = new QWidget(sections_);
-        auto* firstLayout = new QVBoxLayout(first);
-        firstLayout->addWidget(splitter_);
-        sections_->addTab(first, parts_.section);
-        layout_->setStretchFactor(sections_, 1);
-    }
     auto* holder = new QWidget(sections_);
     auto* layout = new QVBoxLayout(holder);
     layout->addWidget(page);
@@ -124,22 +143,30 @@ void RecordScreen::addSection(const QString& title, QWidget* page) {
     sections_->addTab(holder, title);
 }
 
+void RecordScreen::addBelow(QWidget* widget) {
+    pages_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    auto* layout = static_cast<QVBoxLayout*>(pages_->parentWidget()->layout());
+    layout->addWidget(widget, 1);
+}
+
 void RecordScreen::showRecordSection() {
     if (sections_) sections_->setCurrentIndex(0);
 }
 
-// Tab goes through the buttons as they stand.
-void RecordScreen::addButton(QPushButton* button) {
-    buttons_->insertWidget(0, button);
-    QWidget* before = button;
-    for (int i = 1; i < buttons_->count(); ++i)
-        if (QWidget* next = buttons_->itemAt(i)->widget()) {
-            setTabOrder(before, next);
-            before = next;
+void RecordScreen::printShown() {
+    for (ListGrid* list : findChildren<ListGrid*>())
+        if (list->isVisible()) {
+            list->outputActions().front()->trigger();
+            return;
         }
 }
 
 void RecordScreen::load() {
+    if (!result_) {
+        result_ = makeLabel("sonuc", this);
+        layout_->addWidget(result_);
+        layout_->addLayout(buildButtons());
+    }
     attempt(objectName(), [this] {
         reload();
         showRow(rows_.empty() ? nullptr : &rows_[grid_->currentRow().value_or(0)]);
@@ -147,7 +174,23 @@ void RecordScreen::load() {
     });
 }
 
-QString RecordScreen::nameOf(const StoredRow& row) const { return row.values.at(parts_.columns.front().key); }
+void RecordScreen::loadOther() {
+    row_.reset();
+    load();
+}
+
+QString RecordScreen::nameOf(const StoredRow& row) const { return row.values.at(parts_.name); }
+QString RecordScreen::keyOf(const StoredRow& row) const { return row.values.at(parts_.columns.front().key); }
+
+// Its place in the file may hold another record by now.
+const StoredRow* RecordScreen::sameRow() const {
+    const StoredRow* found = nullptr;
+    for (const StoredRow& row : rows_) {
+        if (row.id == row_->id && nameOf(row) == nameOf(*row_)) return &row;
+        if (keyOf(row) == keyOf(*row_)) found = &row;
+    }
+    return found;
+}
 
 void RecordScreen::reload() {
     const QScopedValueRollback busy(busy_, true);
@@ -155,10 +198,8 @@ void RecordScreen::reload() {
     std::vector<ListRow> cells;
     for (const StoredRow& row : rows_) {
         ListRow line;
-        for (const ListColumn& column : parts_.columns) {
-            const auto text = row.values.find(column.key);
-            line.emplace_back(text == row.values.end() ? QString() : text->second);
-        }
+        for (const ListColumn& column : parts_.columns)
+            line.push_back(cell(column, row));
         cells.push_back(std::move(line));
     }
     grid_->setRows(std::move(cells));
@@ -169,7 +210,7 @@ void RecordScreen::reload() {
 // The record on view is the list's current row, as far as the list shows it.
 void RecordScreen::makeCurrent() {
     const QScopedValueRollback busy(busy_, true);
-    if (row_) grid_->makeCurrent(nameOf(*row_));
+    if (row_) grid_->makeCurrent(cell(parts_.columns.front(), *row_));
 }
 
 void RecordScreen::rowChosen() {
@@ -226,10 +267,9 @@ void RecordScreen::startNew(const QString& name) {
         const QScopedValueRollback busy(busy_, true);
         grid_->view()->clearSelection();
         grid_->view()->setCurrentIndex({});
-        const QString field = parts_.columns.front().key;
-        pages_->setValue(field, name);
-        shown_[field].clear();
-        pages_->focusField(field);
+        pages_->setValue(parts_.name, name);
+        shown_[parts_.name].clear();
+        pages_->focusField(parts_.name);
     });
 }
 
@@ -247,12 +287,9 @@ void RecordScreen::refresh() {
     attempt(objectName(), [this] {
         reload();
         if (!row_) return;
-        for (const StoredRow& row : rows_)
-            if (nameOf(row) == nameOf(*row_)) {
-                showRow(&row);
-                return;
-            }
-        showRow(rows_.empty() ? nullptr : &rows_[grid_->currentRow().value_or(0)]);
+        const StoredRow* same = sameRow();
+        showRow(same ? same : rows_.empty() ? nullptr : &rows_[grid_->currentRow().value_or(0)]);
+        makeCurrent();
     });
 }
 
@@ -329,6 +366,16 @@ void RecordScreen::afterChange(const QString& words) {
     reload();
     say(words);
     emit recordsChanged();
+}
+
+void RecordScreen::showAgain(jet::RowId wanted) {
+    reload();
+    for (const StoredRow& row : rows_)
+        if (row.id == wanted) {
+            showRow(&row);
+            makeCurrent();
+            return;
+        }
 }
 
 void RecordScreen::removeCurrent() {

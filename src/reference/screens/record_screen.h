@@ -23,11 +23,13 @@ class ListGrid;
 
 struct RecordParts {
     QString listName;                // under which the list's columns are remembered
-    std::vector<ListColumn> columns; // key: the field's name; the first one is the record's name
+    std::vector<ListColumn> columns; // key: the field's name; the first one tells which record it is
     std::vector<FormPage> pages;     // of fields of the record
     QString one;                     // "sınıf", in the middle of a sentence
     QStringList notes;               // under the title of a printed list
     QString section = {};            // tab of list and record, where the window has further sections
+    QWidget* header = nullptr;       // above list and record; has the focus at first
+    QString name = {};               // field that names the record; empty: the first column's
 };
 
 class RecordScreen : public Screen {
@@ -46,7 +48,7 @@ class RecordScreen : public Screen {
 
   protected:
     void build(RecordParts parts); // call it first of all
-    void load();                   // then this one: reads the list and shows the first record
+    void load();                   // last of all: reads the list and shows the first record
     virtual std::vector<StoredRow> readRows() = 0;
     // `asked`: the person has already said that he wants to save.
     virtual SaveOutcome saveRow(std::optional<StoredRow>& row, const FieldTexts& wanted, bool asked) = 0;
@@ -64,13 +66,17 @@ class RecordScreen : public Screen {
     virtual void listRead() {}                                                 // the list is new
 
     void checkUnsaved();
-    void addButton(QPushButton* button); // left of the others
-    // A tab of the window beside the one with the list and the record. Takes the page over.
+    void addButton(QPushButton* button) { ownButtons_.push_back(button); } // left of the others, in order
+    // A tab of the window beside the one with the list and the record. Takes the page over. REQUIRES: that
+    // one has a title.
     void addSection(const QString& title, QWidget* page);
     void showRecordSection();
+    void addBelow(QWidget* widget); // a part of the record, below its pages
+    void loadOther();               // the list is of something else now: shows its first record
     void say(const QString& words);
     void afterChange(const QString& words); // reads the list again and tells the other screens
     void startNew(const QString& name);
+    void showAgain(jet::RowId row); // reads the list again and shows that record of it
     FormPages& pages() { return *pages_; }
     const FormPages& pages() const { return *pages_; }
     ListGrid& list() { return *grid_; }
@@ -82,8 +88,12 @@ class RecordScreen : public Screen {
     void hideEvent(QHideEvent* event) override;
 
   private:
+    void buildList();
+    void buildRecord();
     QHBoxLayout* buildButtons();
     QString nameOf(const StoredRow& row) const;
+    QString keyOf(const StoredRow& row) const;
+    const StoredRow* sameRow() const; // the record on view as the list has it now
     void reload();
     void rowChosen();
     void showRow(const StoredRow* row);
@@ -93,6 +103,7 @@ class RecordScreen : public Screen {
     void showRefused(const SaveOutcome& outcome);
     void takeOver();
     void removeCurrent();
+    void printShown();
 
     UserMemory& memory_;
     RecordParts parts_;
@@ -107,7 +118,7 @@ class RecordScreen : public Screen {
     FormPages* pages_ = nullptr;
     QLabel* heading_ = nullptr;
     QLabel* result_ = nullptr;
-    QHBoxLayout* buttons_ = nullptr;
+    std::vector<QPushButton*> ownButtons_; // of the particular window
     QPushButton* saveButton_ = nullptr;
     QPushButton* removeButton_ = nullptr;
     QElapsedTimer sinceSaved_;

@@ -136,7 +136,7 @@ QBoxLayout* sinif_kodu_isleme::buildButtons() {
     toggle_ = makeButton("tumu", QStringLiteral("&Tümü İşaretli"),
                          QStringLiteral("Listedeki bütün öğrencileri işaretler ya da işaretlerini kaldırır"),
                          this, [this] { toggleAll(); });
-    target_ = new ChoiceList(12, this);
+    target_ = new ChoiceList(18, this);
     target_->setObjectName(QStringLiteral("hedefSinif"));
     ignoreMarks_ = new QCheckBox(QStringLiteral("İşaretlere bak&ma"), this);
     ignoreMarks_->setObjectName(QStringLiteral("isaretsizler"));

@@ -145,10 +145,10 @@ TEST_F(DemoTest, CountsOfWorkplacesAndTeachersAreThoseOfTheStudents) {
         "SELECT KO_Ogretmen_Adi & ' ' & KO_Ogretmen_Soyadi, ko_toplam_ogrenci FROM KoordinatorBilgisi");
     for (size_t i = 0; i < teachers.rowCount(); ++i)
         EXPECT_EQ(number(teachers.at(i, 1)), ofTeacher[toText(teachers.at(i, size_t{0}))]);
-    const QStringList photos = QDir(program.resolve("\data\fotograf")).entryList({"*.jpg"});
+    const QStringList photos = QDir(program.resolve("\\data\\fotograf")).entryList({"*.jpg"});
     EXPECT_EQ(photos.size(), 4);
     for (const QString& photo : photos)
-        EXPECT_FALSE(QImage(program.resolve("\data\fotograf\" + photo)).isNull());
+        EXPECT_FALSE(QImage(program.resolve("\\data\\fotograf\\" + photo)).isNull());
 }
 
 TEST_F(DemoTest, OtherProgramsReadTheRows) {

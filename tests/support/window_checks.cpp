@@ -92,10 +92,22 @@ QSize neededSize(const QWidget* widget) {
     return {};
 }
 
-bool isScrolled(const QWidget* widget, const QWidget& window) {
+// The scrolling page on which the control stands; nullptr when it is on none.
+const QWidget* scrollOf(const QWidget* widget, const QWidget& window) {
     for (const QWidget* at = widget; at && at != &window; at = at->parentWidget())
-        if (qobject_cast<const QScrollArea*>(at)) return true;
-    return false;
+        if (qobject_cast<const QScrollArea*>(at)) return at;
+    return nullptr;
+}
+
+bool isScrolled(const QWidget* widget, const QWidget& window) { return scrollOf(widget, window) != nullptr; }
+
+// From one control to the next. On and off a page that scrolls it is the page that counts: where the control
+// stands depends on how far it is scrolled.
+bool stepGoesBack(const QWidget& window, const QWidget* from, const QWidget* to) {
+    const QWidget *fromPage = scrollOf(from, window), *toPage = scrollOf(to, window);
+    const bool same = fromPage == toPage;
+    return goesBack(placeIn(window, same || !fromPage ? from : fromPage),
+                    placeIn(window, same || !toPage ? to : toPage));
 }
 
 } // namespace
@@ -123,7 +135,7 @@ QStringList tabComplaints(QWidget& window) {
     int rounds = 0; // once from the last control to the first
     for (qsizetype i = 1; i <= way.size(); ++i) {
         const QWidget *from = way[i - 1], *to = way[i % way.size()];
-        if (goesBack(placeIn(window, from), placeIn(window, to)) && ++rounds > 1)
+        if (stepGoesBack(window, from, to) && ++rounds > 1)
             complaints << QStringLiteral("Tab goes back from %1 to %2").arg(nameOf(from), nameOf(to));
     }
     QStringList names;

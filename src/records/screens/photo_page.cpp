@@ -77,7 +77,7 @@ PhotoPage::PhotoPage(DatabaseSet& databases, Dialogs& dialogs, const QString& ti
     layout->addStretch(1);
 }
 
-void PhotoPage::show(const StudentRecord& student) {
+void PhotoPage::showStudent(const StudentRecord& student) {
     student_ = student;
     showPhoto();
 }

@@ -20,7 +20,7 @@ class PhotoPage : public QWidget {
     // All must outlive it.
     PhotoPage(DatabaseSet& databases, Dialogs& dialogs, const QString& title, QWidget* parent = nullptr);
 
-    void show(const StudentRecord& student);
+    void showStudent(const StudentRecord& student);
 
   protected:
     void focusInEvent(QFocusEvent* event) override; // on to the first button

@@ -43,7 +43,7 @@ RegistrationScreen::RegistrationScreen(About about, std::vector<FormPage> pages,
     attempt(about_.name, [this] {
         loadChoices();
         if (auto first = registration_.records().next({}))
-            show(Registration::formOf(std::move(*first)));
+            showForm(Registration::formOf(std::move(*first)));
         else
             showNothing(result_->text());
     });

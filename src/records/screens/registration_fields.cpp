@@ -125,7 +125,7 @@ void RegistrationScreen::withStudent(const QString& routine, const std::function
 void RegistrationScreen::sendToEarlier() {
     withStudent(QStringLiteral("Önceki işyerine gönderme"), [this] {
         if (!earlier_.sendToEarlier(form_.stored.number())) return;
-        lists_->show(form_.stored);
+        lists_->showStudent(form_.stored);
         wrote(QStringLiteral("İşyeri, önceki işyerlerine eklendi."));
     });
 }
@@ -146,7 +146,7 @@ void RegistrationScreen::copy(AddressCopy direction) {
 void RegistrationScreen::removeTerm() {
     withStudent(QStringLiteral("Dönem devamsızlıklarını silme"), [this] {
         if (!absences_.removeTerm(form_.stored)) return;
-        lists_->show(form_.stored);
+        lists_->showStudent(form_.stored);
         wrote(QStringLiteral("Devamsızlıklar silindi."));
     });
 }

@@ -10,7 +10,8 @@
 namespace orvan {
 namespace {
 
-constexpr int kWide = 18, kChoice = 17; // characters
+constexpr int kWide = 18, kChoice = 17;
+constexpr int kRoom = 10; // more of them on a page with room // characters
 constexpr double kLargestNumber = 99999;
 
 struct Spot {
@@ -200,13 +201,16 @@ FormField fieldOf(const Schema& schema, const Spot& spot, int column, const QStr
     return field;
 }
 
-FormPage pageOf(const Schema& schema, const char* name, const char* title,
-                const std::vector<Placed>& blocks) {
+FormPage pageOf(const Schema& schema, const char* name, const char* title, const std::vector<Placed>& blocks,
+                int room = 0) {
     FormPage page{QString::fromLatin1(name), QString::fromUtf8(title), {}};
     for (const Placed& placed : blocks)
-        for (const Spot& spot : placed.block->spots)
+        for (const Spot& spot : placed.block->spots) {
             page.fields.push_back(
                 fieldOf(schema, spot, placed.column, QString::fromUtf8(placed.block->group)));
+            FormField& field = page.fields.back();
+            if (field.width >= kChoice) field.width += room;
+        }
     return page;
 }
 
@@ -218,8 +222,9 @@ std::vector<FormPage> tabbedPages(const Schema& schema) {
                {{0, &kEntry}, {1, &kProgramme}, {2, &kAddress}, {2, &kSchooling}, {2, &kRemark}}),
         pageOf(schema, "nufus", "Nüfus",
                {{0, &kBirth}, {1, &kRegistryPlace}, {2, &kIdentityCard}, {2, &kMilitary}}),
-        pageOf(schema, "veli", "Veli", {{0, &kGuardian}, {1, &kGuardianHome}, {2, &kGuardianWork}}),
-        pageOf(schema, "isyeri", "İşyeri", {{0, &kWorkplace}, {0, &kEarlierTime}, {1, &kWorkDates}}),
+        pageOf(schema, "veli", "Veli", {{0, &kGuardian}, {1, &kGuardianHome}, {2, &kGuardianWork}},
+               kRoom / 3),
+        pageOf(schema, "isyeri", "İşyeri", {{0, &kWorkplace}, {0, &kEarlierTime}, {1, &kWorkDates}}, kRoom),
         pageOf(schema, "sigorta", "Sigorta", {{0, &kInsurance}, {1, &kNotices}}),
         pageOf(schema, "sinav", "Sınav ve Ayrılış",
                {{0, &kFinalExam}, {0, &kCertificate}, {1, &kLeaving}, {1, &kJourneyman}, {2, &kMarks}}),

@@ -27,7 +27,7 @@ QString textIn(const FieldTexts& texts, const QString& field) {
 
 } // namespace
 
-void RegistrationScreen::show(const RegistrationForm& form) {
+void RegistrationScreen::showForm(const RegistrationForm& form) {
     form_ = form;
     showSupervisors(workplaceFacts(databases_, form.text("Ogr_calistigi_isyerinin_adi")));
     pages_->setAllReadOnly(false);
@@ -39,8 +39,8 @@ void RegistrationScreen::show(const RegistrationForm& form) {
         if (wanted != stored) pages_->enterValue(field, listCode(field, wanted));
     }
     pages_->clearWrong();
-    photo_->show(form.stored);
-    lists_->show(form.stored);
+    photo_->showStudent(form.stored);
+    lists_->showStudent(form.stored);
     showWho();
     setUnsaved(pages_->isDirty());
 }
@@ -53,8 +53,8 @@ void RegistrationScreen::showNothing(const QString& why) {
     }
     pages_->clearWrong();
     pages_->setAllReadOnly(true);
-    photo_->show({});
-    lists_->show({});
+    photo_->showStudent({});
+    lists_->showStudent({});
     showWho();
     setUnsaved(false);
     result_->setText(why);
@@ -112,11 +112,11 @@ bool RegistrationScreen::trySave() {
     switch (result.what) {
     case RegistrationResult::Saved:
         sinceSaved_.start();
-        show(wanted);
+        showForm(wanted);
         wrote(QStringLiteral("Kaydedildi: %1  %2").arg(form_.stored.number(), form_.stored.fullName()));
         return true;
     case RegistrationResult::Replaced:
-        show(wanted);
+        showForm(wanted);
         result_->setText(QStringLiteral("Öbür bilgisayarda kaydedilen bilgiler yüklendi."));
         return false;
     case RegistrationResult::Dropped:
@@ -135,7 +135,7 @@ void RegistrationScreen::afterRefused(const RegistrationForm& refused, const Reg
                              refused.stored.values != form_.stored.values ||
                              refused.proposed.studentNo != form_.proposed.studentNo ||
                              refused.proposed.registrationNo != form_.proposed.registrationNo;
-    if (otherGround) show(refused);
+    if (otherGround) showForm(refused);
     result_->clear();
     if (!result.field.isEmpty() && !result.reason.isEmpty()) pages_->showWrong(result.field, result.reason);
 }
@@ -156,7 +156,7 @@ void RegistrationScreen::startNew() {
             return;
         }
         sinceSaved_.invalidate(); // what is saved next is another student
-        show(*form);
+        showForm(*form);
         result_->clear();
         pages_->focusField(kName);
     });
@@ -175,7 +175,7 @@ void RegistrationScreen::proposeAnew() {
         if (field != kNumber || !ownNumber) form.values[field] = fresh->values.at(field);
     }
     form.proposed = fresh->proposed;
-    show(form);
+    showForm(form);
 }
 
 void RegistrationScreen::remove() {
@@ -190,7 +190,7 @@ void RegistrationScreen::remove() {
         auto beside = records.next(gone);
         if (!beside) beside = records.previous(gone);
         if (beside)
-            show(Registration::formOf(std::move(*beside)));
+            showForm(Registration::formOf(std::move(*beside)));
         else
             showNothing({});
         wrote(QStringLiteral("Silindi: %1  %2").arg(gone.number(), gone.fullName()));
@@ -204,7 +204,7 @@ void RegistrationScreen::step(Step where) {
         auto beside = where == Step::Back ? records.previous(form_.stored) : records.next(form_.stored);
         if (beside) {
             result_->clear();
-            show(Registration::formOf(std::move(*beside)));
+            showForm(Registration::formOf(std::move(*beside)));
         } else {
             result_->setText(where == Step::Back ? QStringLiteral("Bu, ilk öğrenci.")
                                                  : QStringLiteral("Bu, son öğrenci."));
@@ -216,7 +216,7 @@ void RegistrationScreen::showRecord(const QString& number) {
     auto record = registration_.records().byNumber(number);
     result_->clear();
     if (record)
-        show(Registration::formOf(std::move(*record)));
+        showForm(Registration::formOf(std::move(*record)));
     else
         result_->setText(QStringLiteral("%1 numaralı öğrenci bu düzeyde yok.").arg(number));
 }
@@ -237,7 +237,7 @@ void RegistrationScreen::reload() {
     }
     auto now = registration_.records().now(form_.stored);
     if (now)
-        show(Registration::formOf(std::move(*now)));
+        showForm(Registration::formOf(std::move(*now)));
     else
         showNothing(QStringLiteral("%1 %2 başka bir bilgisayarda silindi.")
                         .arg(form_.stored.number(), form_.stored.fullName()));

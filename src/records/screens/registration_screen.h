@@ -51,7 +51,7 @@ class RegistrationScreen : public Screen {
     void addKeys();
 
     void loadChoices();
-    void show(const RegistrationForm& form);
+    void showForm(const RegistrationForm& form);
     void showNothing(const QString& why);
     void showWho();
     void showSupervisors(const std::optional<WorkplaceFacts>& facts);

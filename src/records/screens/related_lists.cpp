@@ -42,7 +42,7 @@ RelatedLists::RelatedLists(DatabaseSet& databases, Dialogs& dialogs, UserMemory&
     }
 }
 
-void RelatedLists::show(const StudentRecord& student) {
+void RelatedLists::showStudent(const StudentRecord& student) {
     student_ = student;
     fresh_ = false;
     if (isVisible()) load();

@@ -16,7 +16,7 @@ class RelatedLists : public QWidget {
     // All must outlive it.
     RelatedLists(DatabaseSet& databases, Dialogs& dialogs, UserMemory& memory, QWidget* parent = nullptr);
 
-    void show(const StudentRecord& student);
+    void showStudent(const StudentRecord& student);
 
   protected:
     void showEvent(QShowEvent* event) override;

@@ -4,6 +4,7 @@
 #include "core/turkish_text.h"
 #include "core/users.h"
 #include "core/values.h"
+#include "records/registration_checks.h"
 
 namespace orvan {
 namespace {
@@ -84,8 +85,7 @@ bool QuickRegistration::requiredFieldsFilled(const QuickForm& form) {
 bool QuickRegistration::typedNumberIsFree(const QuickForm& form) {
     if (form.studentNo == form.proposed.studentNo || !studentNoTaken(databases_.level().sql(), form))
         return true;
-    dialogs_.message(form.studentNo + QStringLiteral(" numarasıyla zaten kayıtlı bulunmaktadır. "), warning(),
-                     Icon::Warning);
+    dialogs_.message(sameNumberText(form.studentNo), warning(), Icon::Warning);
     return false;
 }
 
@@ -102,14 +102,7 @@ bool QuickRegistration::writeWhenFree(const QuickForm& form) {
 bool QuickRegistration::acceptFreshNumbers(QuickForm& form) {
     StudentNumbers fresh = numbersFor(form.profession);
     if (!studentNoTaken(databases_.level().sql(), form)) fresh.studentNo = form.studentNo;
-    const QString question = QStringLiteral("Bu kayıt ve/veya kütük numarası kayıt işleminden önce\n"
-                                            "başka bir kullanıcı tarafından kullanılmış!\n"
-                                            "Bunların yerine;\n"
-                                            "Yeni Kayıt No : %1\n"
-                                            "Yeni Kütük No : %2\n"
-                                            "yeni numaraları kullanmak ister misiniz?")
-                                 .arg(QString::number(fresh.registrationNo), fresh.studentNo);
-    if (!dialogs_.confirms(question, warning())) return false;
+    if (!dialogs_.confirms(numbersTakenQuestion(fresh), warning())) return false;
     form.proposed = fresh;
     form.registrationNo = fresh.registrationNo;
     form.studentNo = fresh.studentNo;

@@ -6,6 +6,7 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QStringListModel>
+#include <QTimer>
 
 namespace orvan {
 
@@ -32,9 +33,19 @@ StudentFinder::StudentFinder(std::function<void(StudentIndex&)> load, QWidget* p
             [this](const QModelIndex& at) { take(at.row()); });
 }
 
-void StudentFinder::search(const QString& typed) {
+// The window stands first; the first letter then finds the index ready.
+void StudentFinder::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    QTimer::singleShot(0, this, &StudentFinder::prepare);
+}
+
+void StudentFinder::prepare() {
     if (!fresh_) load_(index_);
     fresh_ = true;
+}
+
+void StudentFinder::search(const QString& typed) {
+    prepare();
     QStringList lines;
     numbers_.clear();
     for (const StudentKey* key : index_.find(typed, kMostShown)) {

@@ -16,7 +16,8 @@ class StudentFinder : public QLineEdit {
     Q_OBJECT
 
   public:
-    // `load` fills the index; called when something is typed and the index is not fresh.
+    // `load` fills the index; called when the line has the focus, or something is typed, and the index is not
+    // fresh.
     StudentFinder(std::function<void(StudentIndex&)> load, QWidget* parent = nullptr);
 
     void forget() { fresh_ = false; } // students have changed: read again before the next search
@@ -24,7 +25,11 @@ class StudentFinder : public QLineEdit {
   signals:
     void chosen(const QString& number);
 
+  protected:
+    void focusInEvent(QFocusEvent* event) override;
+
   private:
+    void prepare();
     void search(const QString& typed);
     void take(int row);
     void takeMarked();

@@ -39,10 +39,11 @@ frm_eskiisletme_isleme::frm_eskiisletme_isleme(const QString& title, DatabaseSet
     parts.one = QStringLiteral("önceki işyeri");
     parts.name = kPlace;
     parts.section = QStringLiteral("Öğre&ncinin Önceki İşyerleri");
-    parts.header = buildHeader(databases);
+    parts.header = [this, &databases](QWidget* section) { return buildHeader(databases, section); };
     build(std::move(parts));
     addSection(QStringLiteral("İşyeri Ad&ı Değiştirme"), buildRename());
     addHistoryButtons();
+    setFirst(finder_);
     load();
 }
 
@@ -72,8 +73,8 @@ std::vector<FormPage> frm_eskiisletme_isleme::formPages() const {
           field("Ogr_SSK_SonOdeme_Tarihi", QStringLiteral("SSK en son ödeme:"), FieldKind::Date)}}};
 }
 
-QWidget* frm_eskiisletme_isleme::buildHeader(DatabaseSet& databases) {
-    auto* header = new QWidget(this);
+QWidget* frm_eskiisletme_isleme::buildHeader(DatabaseSet& databases, QWidget* section) {
+    auto* header = new QWidget(section);
     finder_ = new StudentFinder(
         [&databases](StudentIndex& index) { index.load(databases.level().database()); }, header);
     finder_->setObjectName(QStringLiteral("ogrenciBul"));
@@ -87,7 +88,6 @@ QWidget* frm_eskiisletme_isleme::buildHeader(DatabaseSet& databases) {
     layout->addWidget(label);
     layout->addWidget(finder_, 2);
     layout->addWidget(student_, 3);
-    header->setFocusProxy(finder_);
     connect(finder_, &StudentFinder::chosen, this, &frm_eskiisletme_isleme::showStudent);
     return header;
 }

@@ -29,7 +29,7 @@ class frm_eskiisletme_isleme : public RecordScreen {
 
   private:
     std::vector<FormPage> formPages() const;
-    QWidget* buildHeader(DatabaseSet& databases);
+    QWidget* buildHeader(DatabaseSet& databases, QWidget* section);
     QWidget* buildRename();
     void addHistoryButtons();
     void showStudent(const QString& number);

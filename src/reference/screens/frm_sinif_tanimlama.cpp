@@ -56,7 +56,7 @@ Frm_Sinif_Tanimlama::Frm_Sinif_Tanimlama(const QString& title, DatabaseSet& data
     parts.notes = notes;
     build(std::move(parts));
 
-    slots_ = new ClassWeekPage(classes_, dialogs, memory);
+    slots_ = new ClassWeekPage(classes_, dialogs, memory, pages().parentWidget());
     addBelow(slots_);
     addSection(QStringLiteral("&Haftalık Görünüm"), buildWeek());
     addSection(QStringLiteral("Ders Progra&mı"), buildTimetable(notes));

@@ -63,7 +63,7 @@ void RecordScreen::build(RecordParts parts) {
         sections_->addTab(section, parts_.section);
         layout_->addWidget(sections_, 1);
     }
-    if (parts_.header) sectionLayout->addWidget(parts_.header);
+    if (parts_.header) sectionLayout->addWidget(parts_.header(section));
     splitter_ = new QSplitter(section);
     splitter_->setObjectName(QStringLiteral("bolme"));
     splitter_->setChildrenCollapsible(false);
@@ -74,7 +74,6 @@ void RecordScreen::build(RecordParts parts) {
     splitter_->setStretchFactor(1, 3);
     splitter_->setSizes({kListShare, kRecordShare});
     splitter_->restoreState(memory_.value(QStringLiteral("Bolme-") + objectName()).toByteArray());
-    setFocusProxy(parts_.header ? parts_.header : grid_);
 }
 
 void RecordScreen::buildList() {
@@ -95,7 +94,6 @@ void RecordScreen::buildRecord() {
     bold.setBold(true);
     heading_->setFont(bold);
     pages_ = new FormPages(objectName() + QStringLiteral("-sayfalar"), parts_.pages, memory_, record);
-    pages_->tabs()->setTabBarAutoHide(true);
     auto* layout = new QVBoxLayout(record);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(heading_);
@@ -166,6 +164,9 @@ void RecordScreen::load() {
         result_ = makeLabel("sonuc", this);
         layout_->addWidget(result_);
         layout_->addLayout(buildButtons());
+        // the tabs come last in the round of Tab: it begins where the window has its focus at first
+        if (sections_) setTabOrder(findChild<QPushButton*>(QStringLiteral("kapat")), sections_->tabBar());
+        setFocusProxy(first_ ? first_ : grid_);
     }
     attempt(objectName(), [this] {
         reload();

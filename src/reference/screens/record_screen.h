@@ -28,8 +28,8 @@ struct RecordParts {
     QString one;                     // "sınıf", in the middle of a sentence
     QStringList notes;               // under the title of a printed list
     QString section = {};            // tab of list and record, where the window has further sections
-    QWidget* header = nullptr;       // above list and record; has the focus at first
-    QString name = {};               // field that names the record; empty: the first column's
+    std::function<QWidget*(QWidget* parent)> header = {}; // makes what stands above list and record
+    QString name = {}; // field that names the record; empty: the first column's
 };
 
 class RecordScreen : public Screen {
@@ -76,7 +76,8 @@ class RecordScreen : public Screen {
     void say(const QString& words);
     void afterChange(const QString& words); // reads the list again and tells the other screens
     void startNew(const QString& name);
-    void showAgain(jet::RowId row); // reads the list again and shows that record of it
+    void showAgain(jet::RowId row);                   // reads the list again and shows that record of it
+    void setFirst(QWidget* first) { first_ = first; } // has the focus at first; otherwise the list
     FormPages& pages() { return *pages_; }
     const FormPages& pages() const { return *pages_; }
     ListGrid& list() { return *grid_; }
@@ -115,6 +116,7 @@ class RecordScreen : public Screen {
     QTabWidget* sections_ = nullptr; // nullptr: there is one
     QSplitter* splitter_ = nullptr;
     ListGrid* grid_ = nullptr;
+    QWidget* first_ = nullptr;
     FormPages* pages_ = nullptr;
     QLabel* heading_ = nullptr;
     QLabel* result_ = nullptr;

@@ -8,6 +8,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTextEdit>
 #include <set>
 
@@ -202,16 +203,25 @@ TEST_F(MainWindowTest, AltLettersAreUniqueInEachMenuAndBetweenMenuBarAndScreens)
         EXPECT_TRUE(bar.contains(letter)) << letter.toStdString();
     for (const QMenu* menu : window->menuBar()->findChildren<QMenu*>() + window->findChildren<QMenu*>())
         if (!menu->title().isEmpty()) expectUnique(letters(menu->actions()), menu->title());
+    // What is on a page that lies behind another does not answer to its letter.
+    const auto expectUniqueOn = [&](const orvan::Screen& opened) {
+        QStringList all = bar;
+        for (const auto* label : opened.findChildren<QLabel*>())
+            if (label->buddy() && label->isVisible()) all << QKeySequence::mnemonic(label->text()).toString();
+        for (const auto* button : opened.findChildren<QAbstractButton*>())
+            if (button->isVisible()) all << QKeySequence::mnemonic(button->text()).toString();
+        all.removeAll(QString());
+        expectUnique(all, opened.windowTitle());
+    };
     for (const orvan::ScreenEntry& entry : screens.entries()) {
         window->openScreen(entry);
-        QStringList all = bar;
         const orvan::Screen* opened = window->openScreens().last();
-        for (const auto* label : opened->findChildren<QLabel*>())
-            if (label->buddy()) all << QKeySequence::mnemonic(label->text()).toString();
-        for (const auto* button : opened->findChildren<QPushButton*>())
-            all << QKeySequence::mnemonic(button->text()).toString();
-        all.removeAll(QString());
-        expectUnique(all, entry.title);
+        expectUniqueOn(*opened);
+        for (auto* pages : opened->findChildren<QTabWidget*>())
+            for (int page = 0; page < pages->count(); ++page) {
+                pages->setCurrentIndex(page);
+                expectUniqueOn(*opened);
+            }
     }
 }
 

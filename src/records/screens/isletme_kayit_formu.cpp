@@ -33,7 +33,7 @@ isletme_kayit_formu::isletme_kayit_formu(const QString& title, DatabaseSet& data
     parts.columns = {
         {kName, QStringLiteral("İşletme"), ListKind::Text, 25},
         {QStringLiteral("K_Semt_Adi"), QStringLiteral("Semt"), ListKind::Text, 14},
-        {QStringLiteral("K_Telefon"), QStringLiteral("Telefon"), ListKind::Text, 15},
+        {QStringLiteral("K_Telefon"), QStringLiteral("Telefon"), ListKind::Text, 17},
         {kChamber, QStringLiteral("Meslek odası"), ListKind::Text, 20, false},
         {kProduction, QStringLiteral("Üretim alanı"), ListKind::Text, 16, false},
         {supervisorFields()[0].name, QStringLiteral("1. eğitim sorumlusu"), ListKind::Text, 18, false}};

@@ -29,7 +29,7 @@ std::vector<ListColumn> weekColumns() {
     std::vector<ListColumn> columns{column("saat", QStringLiteral("Saat"), 13)};
     for (const QString& day : weekDays())
         columns.push_back({QStringLiteral("gun%1").arg(columns.size()), day, ListKind::Text,
-                           columns.size() <= kSchoolDays ? 20 : 11});
+                           columns.size() <= kSchoolDays ? 23 : 10});
     return columns;
 }
 

@@ -1,6 +1,6 @@
 // reference/code_lists.h — lookups in the generic table of coded definitions (Parametrik_giris) of a level
-// database. Groups are named exactly, dots included; codes are text ('06' is not '6'). Professions, which go by
-// curriculum version too: professions.h.
+// database. Groups are named exactly, dots included; codes are text ('06' is not '6'). Professions, which go
+// by curriculum version too: professions.h.
 #pragma once
 
 #include "jet/sql/session.h"

@@ -44,8 +44,8 @@ class LockFile {
 
     // Opens or makes the .ldb and becomes a user of it. Throws CannotOpen when 255 users are there.
     Membership join();
-    // Opens the .ldb only to see who is in it (users(Others), foreignHere()): takes no lock and no entry. False
-    // when there is none that can be read. REQUIRES: Alone.
+    // Opens the .ldb only to see who is in it (users(Others), foreignHere()): takes no lock and no entry.
+    // False when there is none that can be read. REQUIRES: Alone.
     bool look();
     // Gives up entry and locks; the last one runs `tidyUp` and deletes the .ldb: nobody can come meanwhile.
     // What fails is left to the next who comes.

@@ -22,9 +22,11 @@ struct Coded {
 };
 constexpr Coded kSexes[] = {{"E", "Erkek"}, {"K", "Kız"}};
 constexpr Coded kMaritalStates[] = {{"E", "Evli"}, {"B", "Bekar"}};
-constexpr Coded kBloodGroups[] = {{"1", "A (Rh+)"}, {"2", "A (Rh-)"}, {"3", "B (Rh+)"}, {"4", "B (Rh-)"},
-                                  {"5", "AB(Rh+)"}, {"6", "AB(Rh-)"}, {"7", "0 (Rh+)"}, {"8", "0 (Rh-)"}};
-constexpr Coded kReligions[] = {{"1", "İslam"}, {"2", "Hristiyan"}, {"3", "Musevi"}, {"4", "Diğer"}};
+constexpr Coded kBloodGroups[] = {{"0", "(boş)"},   {"1", "A (Rh+)"}, {"2", "A (Rh-)"},
+                                  {"3", "B (Rh+)"}, {"4", "B (Rh-)"}, {"5", "AB(Rh+)"},
+                                  {"6", "AB(Rh-)"}, {"7", "0 (Rh+)"}, {"8", "0 (Rh-)"}};
+constexpr Coded kReligions[] = {
+    {"0", "(boş)"}, {"1", "İslam"}, {"2", "Hristiyan"}, {"3", "Musevi"}, {"4", "Diğer"}};
 constexpr Coded kNationalities[] = {{"T.C.", "T.C."}, {"Diğer", "Diğer"}};
 constexpr Coded kCertificates[] = {{"KB", "Kalfalık Belgesi"}, {"UB", "Ustalık Belgesi"}};
 

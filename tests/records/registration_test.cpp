@@ -272,7 +272,8 @@ TEST_F(RegistrationTest, ChoicesAndTheWorkplaceOfTheRegister) {
     EXPECT_EQ(texts("Ogr_calistigi_isyerinin_adi"), "Öz'ün Atölyesi") << "closed ones are not offered";
     EXPECT_EQ(texts("Ogr_Sinif"), "9-A|9-B");
     EXPECT_EQ(texts("Ogr_Cinsiyeti"), "Erkek|Kız");
-    EXPECT_EQ(texts("Ogr_Nufus_KanGrubu"), "A (Rh+)|A (Rh-)|B (Rh+)|B (Rh-)|AB(Rh+)|AB(Rh-)|0 (Rh+)|0 (Rh-)");
+    EXPECT_EQ(texts("Ogr_Nufus_KanGrubu"),
+              "(boş)|A (Rh+)|A (Rh-)|B (Rh+)|B (Rh-)|AB(Rh+)|AB(Rh-)|0 (Rh+)|0 (Rh-)");
     EXPECT_EQ(texts("Ogr_Gittigi_Belge_Cinsi"), "Kalfalık Belgesi|Ustalık Belgesi|Ayrılma Belgesi|Öğrenim "
                                                 "Belgesi|Denklik Belgesi|Nakil Belgesi|İşyeri Açma Belgesi");
     EXPECT_FALSE(texts("Ogr_Kayit_Durumu").contains("Denklik"));

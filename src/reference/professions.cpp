@@ -69,7 +69,7 @@ bool matches(const QString& pattern, const QString& text) {
 std::vector<Profession> professions(jet::SqlSession& level) {
     return professionsIn(
         level.query("SELECT Ta_Tanim_Kod, ID, Ta_tanim_aciklama FROM Parametrik_giris WHERE Ta_Tanim_Grup = ?"
-                    " ORDER BY Ta_tanim_aciklama, ID",
+                    " ORDER BY Ta_tanim_aciklama, ID DESC", // who types a name gets the version in force
                     Parameters{group::profession}));
 }
 

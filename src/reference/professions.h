@@ -15,8 +15,8 @@ struct Profession {
     int version = 0; // curriculum version, 1..4
     QString name;
 };
-std::vector<Profession> professions(jet::SqlSession& level);                  // by name, then version
-std::vector<Profession> professions(jet::SqlSession& level, int version);     // of one version, by name
+std::vector<Profession> professions(jet::SqlSession& level);              // by name, the newest version first
+std::vector<Profession> professions(jet::SqlSession& level, int version); // of one version, by name
 std::vector<Profession> mainProfessions(jet::SqlSession& level, int version); // of one version, by name
 
 // "Bu koda ait Meslek yok" / "Bu koda ait AnaMeslek yok" when the code has no row in the version.

@@ -55,6 +55,11 @@ TEST_F(ProfessionsTest, NamesByCodeAndVersion) {
     EXPECT_EQ(professions(centre.level(), 4).size(), 3u);
     EXPECT_EQ(professions(centre.level(), 4).front().code, "11015") << "Işıkçılık stands before İğne";
     EXPECT_EQ(mainProfessions(centre.level(), 3).size(), 0u);
+    add("Bölüm", "1101", "Otomotiv Mekanikerliği", 1, "OTO", 4, 2, 1);
+    int newest = 0;
+    for (const auto& each : professions(centre.level()))
+        if (newest == 0 && each.name == "Otomotiv Mekanikerliği") newest = each.version;
+    EXPECT_EQ(newest, 4) << "a typed name means the version in force";
 }
 
 TEST_F(ProfessionsTest, SearchGoesByTurkishCaseAndPattern) {

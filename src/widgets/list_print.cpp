@@ -1,9 +1,7 @@
 // widgets/list_print.cpp — lays a list out on pages and paints them.
 #include "widgets/list_print.h"
 
-#include "jet/error.h"
-#include "widgets/list_export.h"
-#include "widgets/printer_choice.h"
+#include "widgets/printed_pages.h"
 
 #include <algorithm>
 #include <numeric>
@@ -11,13 +9,11 @@
 #include <QPageLayout>
 #include <QPainter>
 #include <QPrinter>
-#include <QPrintPreviewDialog>
 
 namespace orvan {
 
 namespace {
 
-constexpr double kMarginMm = 12;
 constexpr double kFontPoints = 9;
 constexpr double kSmallestPoints = 7;
 constexpr double kMostSpread = 1.4;
@@ -38,7 +34,7 @@ struct PageRows {
 };
 
 // Where everything goes; made once for a painter, then painted page by page.
-class ListPages {
+class ListPages final : public PrintedPages {
   public:
     ListPages(const ListSheet& sheet, QPainter& painter, QRectF area)
         : sheet_(sheet), painter_(painter), area_(area) {
@@ -46,9 +42,9 @@ class ListPages {
         splitPages();
     }
 
-    int count() const { return static_cast<int>(pages_.size()); }
+    int count() const override { return static_cast<int>(pages_.size()); }
 
-    void paint(int page) {
+    void paint(int page) override {
         double top = area_.top() + paintHeading();
         paintHeader(top);
         top += headerHeight_;
@@ -222,55 +218,27 @@ class ListPages {
     double headerHeight_ = 0, lineHeight_ = 0, padding_ = 0;
 };
 
+PrintJob jobOf(const ListSheet& sheet) {
+    return {sheet.title,
+            [&sheet](QPrinter& printer) {
+                const QFontMetricsF usual(ListPages::fontOf(kFontPoints), &printer);
+                const QFontMetricsF bold(ListPages::fontOf(kFontPoints, true), &printer);
+                if (ListPages::wantedWidth(sheet, usual, bold) >
+                    printer.pageRect(QPrinter::DevicePixel).width())
+                    printer.setPageOrientation(QPageLayout::Landscape);
+            },
+            [&sheet](QPainter& painter, const QRectF& area) {
+                return std::make_unique<ListPages>(sheet, painter, area);
+            }};
+}
+
 } // namespace
 
-void choosePage(const ListSheet& sheet, QPrinter& printer) {
-    printer.setDocName(sheet.title);
-    printer.setPageSize(QPageSize(QPageSize::A4));
-    printer.setPageMargins(QMarginsF(kMarginMm, kMarginMm, kMarginMm, kMarginMm), QPageLayout::Millimeter);
-    printer.setPageOrientation(QPageLayout::Portrait);
-    const QFontMetricsF usual(ListPages::fontOf(kFontPoints), &printer);
-    const QFontMetricsF bold(ListPages::fontOf(kFontPoints, true), &printer);
-    if (ListPages::wantedWidth(sheet, usual, bold) > printer.pageRect(QPrinter::DevicePixel).width())
-        printer.setPageOrientation(QPageLayout::Landscape);
-}
-
-int printList(const ListSheet& sheet, QPrinter& printer) {
-    QPainter painter;
-    if (!painter.begin(&printer))
-        throw jet::Error(jet::Err::DiskIO, "Yazıcı açılamadı. Yazıcının bağlı ve açık olduğuna bakınız.");
-    const QRectF area(QPointF(0, 0), printer.pageRect(QPrinter::DevicePixel).size());
-    ListPages pages(sheet, painter, area);
-    const int first = printer.fromPage() > 0 ? printer.fromPage() : 1;
-    const int last = printer.toPage() > 0 ? std::min(printer.toPage(), pages.count()) : pages.count();
-    for (int page = first; page <= last; ++page) {
-        if (page > first) printer.newPage();
-        pages.paint(page - 1);
-    }
-    return pages.count();
-}
-
-void writePdf(const ListSheet& sheet, const QString& path) {
-    needWritableFolder(path);
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(path);
-    choosePage(sheet, printer);
-    printList(sheet, printer);
-}
-
+void choosePage(const ListSheet& sheet, QPrinter& printer) { choosePaper(jobOf(sheet), printer); }
+int printList(const ListSheet& sheet, QPrinter& printer) { return printPages(jobOf(sheet), printer); }
+void writePdf(const ListSheet& sheet, const QString& path) { writePdf(jobOf(sheet), path); }
 void previewList(const ListSheet& sheet, QWidget* parent, UserMemory& memory) {
-    QPrinter printer(QPrinter::HighResolution);
-    recallPrinter(printer, memory);
-    choosePage(sheet, printer);
-    QPrintPreviewDialog preview(&printer, parent);
-    preview.setObjectName(QStringLiteral("baskiOnizleme"));
-    preview.setWindowTitle(QStringLiteral("Baskı Önizleme - %1").arg(sheet.title));
-    QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
-                     [&](QPrinter* target) { printList(sheet, *target); });
-    QObject::connect(&preview, &QDialog::accepted, &preview, [&] { rememberPrinter(printer, memory); });
-    preview.resize(1000, 700);
-    preview.exec();
+    previewPages(jobOf(sheet), parent, memory);
 }
 
 } // namespace orvan

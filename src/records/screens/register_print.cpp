@@ -1,20 +1,16 @@
 // records/screens/register_print.cpp — see register_print.h.
 #include "records/screens/register_print.h"
 
-#include "widgets/list_export.h"
-#include "widgets/printer_choice.h"
+#include "widgets/printed_pages.h"
 
 #include <algorithm>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPrinter>
-#include <QPrintPreviewDialog>
 
 namespace orvan {
 
 namespace {
-
-constexpr double kMarginMm = 12;
 
 QFont fontOf(double points, bool bold) {
     QFont font(QStringLiteral("DejaVu Sans"));
@@ -23,7 +19,7 @@ QFont fontOf(double points, bool bold) {
     return font;
 }
 
-class RegisterPages {
+class RegisterPages final : public PrintedPages {
   public:
     RegisterPages(const RegisterSheet& sheet, QPainter& painter, const QRectF& area)
         : sheet_(sheet), painter_(painter), area_(area), font_(fontOf(7.5, false)), bold_(fontOf(7.5, true)),
@@ -34,9 +30,9 @@ class RegisterPages {
         breakPages();
     }
 
-    int count() const { return static_cast<int>(pages_.size()); }
+    int count() const override { return static_cast<int>(pages_.size()); }
 
-    void paint(int page) {
+    void paint(int page) override {
         const Page& about = pages_[static_cast<size_t>(page)];
         double top = area_.top() + paintHeading();
         for (size_t i = about.first; i < about.last; ++i) {
@@ -152,51 +148,18 @@ class RegisterPages {
     double lineHeight_ = 0, padding_ = 0, labelWidth_ = 0;
 };
 
-void choosePage(const RegisterSheet& sheet, QPrinter& printer) {
-    printer.setDocName(sheet.title);
-    printer.setPageSize(QPageSize(QPageSize::A4));
-    printer.setPageOrientation(QPageLayout::Portrait);
-    printer.setPageMargins(QMarginsF(kMarginMm, kMarginMm, kMarginMm, kMarginMm), QPageLayout::Millimeter);
+PrintJob jobOf(const RegisterSheet& sheet) {
+    return {sheet.title, {}, [&sheet](QPainter& painter, const QRectF& area) {
+                return std::make_unique<RegisterPages>(sheet, painter, area);
+            }};
 }
 
 } // namespace
 
-int printRegister(const RegisterSheet& sheet, QPrinter& printer) {
-    QPainter painter;
-    if (!painter.begin(&printer))
-        throw jet::Error(jet::Err::DiskIO, "Yazıcı açılamadı. Yazıcının bağlı ve açık olduğuna bakınız.");
-    const QRectF area(QPointF(0, 0), printer.pageRect(QPrinter::DevicePixel).size());
-    RegisterPages pages(sheet, painter, area);
-    const int first = std::max(printer.fromPage(), 1);
-    const int last = printer.toPage() > 0 ? std::min(printer.toPage(), pages.count()) : pages.count();
-    for (int page = first; page <= last; ++page) {
-        if (page > first) printer.newPage();
-        pages.paint(page - 1);
-    }
-    return pages.count();
-}
-
-void writeRegisterPdf(const RegisterSheet& sheet, const QString& path) {
-    needWritableFolder(path);
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(path);
-    choosePage(sheet, printer);
-    printRegister(sheet, printer);
-}
-
+int printRegister(const RegisterSheet& sheet, QPrinter& printer) { return printPages(jobOf(sheet), printer); }
+void writeRegisterPdf(const RegisterSheet& sheet, const QString& path) { writePdf(jobOf(sheet), path); }
 void previewRegister(const RegisterSheet& sheet, QWidget* parent, UserMemory& memory) {
-    QPrinter printer(QPrinter::HighResolution);
-    recallPrinter(printer, memory);
-    choosePage(sheet, printer);
-    QPrintPreviewDialog preview(&printer, parent);
-    preview.setObjectName(QStringLiteral("baskiOnizleme"));
-    preview.setWindowTitle(QStringLiteral("Baskı Önizleme - %1").arg(sheet.title));
-    QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
-                     [&](QPrinter* target) { printRegister(sheet, *target); });
-    QObject::connect(&preview, &QDialog::accepted, &preview, [&] { rememberPrinter(printer, memory); });
-    preview.resize(1000, 700);
-    preview.exec();
+    previewPages(jobOf(sheet), parent, memory);
 }
 
 } // namespace orvan

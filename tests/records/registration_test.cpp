@@ -290,8 +290,8 @@ TEST_F(RegistrationTest, ChoicesAndTheWorkplaceOfTheRegister) {
     QStringList professions;
     for (const FormChoice& choice : professionChoices(centre.databases))
         professions << choice.code + "=" + choice.text;
-    EXPECT_EQ(professions.join('|'), "1201/4=Çelik İşleri (1201)|1101/3=Otomotiv Mekanikerliği (1101) - 3. "
-                                     "müfredat|1101/4=Otomotiv Mekanikerliği (1101) - 4. müfredat");
+    EXPECT_EQ(professions.join('|'), "1201/4=Çelik İşleri (1201)|1101/4=Otomotiv Mekanikerliği (1101) - 4. "
+                                     "müfredat|1101/3=Otomotiv Mekanikerliği (1101) - 3. müfredat");
 }
 
 TEST_F(RegistrationTest, RowsInOtherTablesAreHis) {

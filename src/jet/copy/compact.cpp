@@ -164,7 +164,10 @@ CopyReport compactInPlace(const std::filesystem::path& path, const CopyOptions& 
         report.bytesBefore = fileSize(io, path);
         WriterOptions writer;
         writer.replace = true;
-        writer.beforeName = [&] { refuseOthers(*source, io, options.pages); };
+        writer.beforeName = [&] {
+            refuseOthers(*source, io, options.pages);
+            source->pages().letFileGo(); // not every system gives a name away that an open file still has
+        };
         Compaction(*source, path, options, writer).run(report);
         report.bytesAfter = fileSize(io, path);
     });

@@ -12,6 +12,7 @@
 #include "jet/pages/io_error.h"
 
 #include <algorithm>
+#include <string_view>
 #include <windows.h>
 
 namespace jet {
@@ -76,6 +77,24 @@ DWORD high(uint64_t v) { return static_cast<DWORD>(v >> 32); }
 bool deletionUnderWay(const fs::path& path) {
     return GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES &&
            GetLastError() == ERROR_ACCESS_DENIED;
+}
+
+// The whole name as the disk has it, links followed and in its own spelling, so that stations of every kind
+// make the files beside it under one name. Empty when there is nothing of that name or the system does not
+// tell.
+fs::path nameOnDisk(const fs::path& path) {
+    const HANDLE handle = CreateFileW(path.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_BACKUP_SEMANTICS, nullptr); // folders too
+    if (handle == INVALID_HANDLE_VALUE) return {};
+    std::wstring name(32768, L'\0');
+    const DWORD length = GetFinalPathNameByHandleW(handle, name.data(), static_cast<DWORD>(name.size()), 0);
+    CloseHandle(handle);
+    if (length == 0 || length >= name.size()) return {};
+    name.resize(length);
+    constexpr std::wstring_view kShare = L"\\\\?\\UNC\\", kPlain = L"\\\\?\\";
+    if (name.starts_with(kShare)) return fs::path(L"\\\\" + name.substr(kShare.size()));
+    if (name.starts_with(kPlain)) name.erase(0, kPlain.size());
+    return fs::path(name);
 }
 
 class WindowsFile final : public IoFile {
@@ -206,15 +225,23 @@ class WindowsIo final : public Io {
 
     void rename(const fs::path& from, const fs::path& to) override {
         constexpr DWORD flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-        if (!MoveFileExW(from.c_str(), to.c_str(), flags)) fail(IoAction::Rename, from);
+        for (int tries = 0; !MoveFileExW(from.c_str(), to.c_str(), flags); ++tries) {
+            const DWORD code = GetLastError(); // refused while anybody has either file open
+            const bool passing = code == ERROR_SHARING_VIOLATION || code == ERROR_ACCESS_DENIED;
+            if (!passing || tries >= kRetries) fail(IoAction::Rename, from, code);
+            Sleep(kRetryMs);
+        }
     }
 
     void syncFolder(const fs::path&) override {} // the file system's own log keeps names in order
 
     fs::path resolve(const fs::path& path) override {
+        if (const fs::path found = nameOnDisk(path); !found.empty()) return found;
+        const fs::path folder = nameOnDisk(path.has_parent_path() ? path.parent_path() : fs::path(L"."));
+        if (!folder.empty()) return folder / path.filename(); // the file is yet to be made
         std::error_code error;
-        fs::path found = fs::weakly_canonical(path, error);
-        return error ? path : found;
+        fs::path known = fs::weakly_canonical(path, error);
+        return error ? path : known;
     }
 
     std::string computerName() override {

@@ -82,6 +82,11 @@ PageNo PageFile::pageCount() const { return impl_->pageCount; }
 uint64_t PageFile::changeCount() const { return impl_->changeCount; }
 uint64_t PageFile::generation() const { return impl_->generation; }
 bool PageFile::inWrite() const { return impl_->writing; }
+void PageFile::letFileGo() {
+    assert(impl_->writing && impl_->modified.empty());
+    impl_->file.reset();
+}
+
 std::vector<std::string> PageFile::users() { return impl_->locks.file().users(LockFile::Whom::All); }
 
 void PageFile::setCodec(std::unique_ptr<PageCodec> codec) {

@@ -137,6 +137,10 @@ class PageFile {
     void rollbackWrite() noexcept; // outermost: forgets all changes
     bool inWrite() const;
 
+    // Closes the database file and keeps the locks: its name may be given to another file, which some systems
+    // refuse for an open one. REQUIRES: a write without changes. After it only the destructor may be called.
+    void letFileGo();
+
     // Names in the .ldb that hold their lock now, as "COMPUTER user", ourselves included.
     std::vector<std::string> users();
 

@@ -5,8 +5,6 @@
 #include "jet/pages/lock_file.h"
 
 #include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using namespace jet;
 using namespace orvan_test;
@@ -153,6 +151,7 @@ TEST(ForeignEngine, LookingForItCostsFewQuestions) {
     EXPECT_LT(questions, 100u);
 }
 
+#ifndef _WIN32
 TEST(ForeignEngine, OfAnotherProcessIsSeen) {
     std::string folder = (std::filesystem::temp_directory_path() / "orvan-foreign-XXXXXX").string();
     ASSERT_NE(::mkdtemp(folder.data()), nullptr);
@@ -185,5 +184,6 @@ TEST(ForeignEngine, OfAnotherProcessIsSeen) {
     file.reset();
     std::filesystem::remove_all(folder);
 }
+#endif
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "tools/jetdb/repair_command.h"
 #include "tools/jetdb/schema.h"
 #include "tools/jetdb/text_output.h"
+#include "tools/terminal.h"
 
 #include <cstdio>
 
@@ -17,7 +18,7 @@ std::unique_ptr<jet::Database> openFile(const Arguments& args, bool readOnly) {
     jet::OpenOptions options;
     options.password = args.password.value_or("");
     options.readOnly = readOnly;
-    return jet::Database::open(std::filesystem::path(args.plain[0]), options);
+    return jet::Database::open(terminal::fileNamed(args.plain[0]), options);
 }
 
 Form formOf(const Arguments& args) { return args.json ? Form::Json : Form::Csv; }

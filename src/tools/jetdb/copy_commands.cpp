@@ -3,6 +3,7 @@
 
 #include "jet/copy/compact.h"
 #include "jet/copy/convert.h"
+#include "tools/terminal.h"
 
 #include <algorithm>
 #include <cinttypes>
@@ -39,7 +40,7 @@ int run(const Arguments& args, Copy copy) {
             progress.show(done, total);
             return true;
         };
-        report = copy(args.plain[0], args.plain[1], options);
+        report = copy(terminal::fileNamed(args.plain[0]), terminal::fileNamed(args.plain[1]), options);
     }
     for (const std::string& note : report.notes)
         std::printf("Not: %s\n", note.c_str());

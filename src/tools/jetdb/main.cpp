@@ -1,6 +1,7 @@
 // jetdb — looks into any Access (Jet) file from a terminal: tables, schema, rows, SQL, check, password.
 #include "jet/error.h"
 #include "tools/jetdb/commands.h"
+#include "tools/terminal.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -16,18 +17,18 @@ int usage() {
 }
 
 // False when an option is unknown or lacks its value; the fault is already reported.
-bool parse(int argc, char** argv, jetdb::Arguments& args) {
-    for (int i = 1; i < argc; ++i) {
-        const std::string word = argv[i];
+bool parse(const std::vector<std::string>& words, jetdb::Arguments& args) {
+    for (size_t i = 0; i < words.size(); ++i) {
+        const std::string& word = words[i];
         const bool wantsValue = word == "--password" || word == "--set";
-        if (wantsValue && i + 1 >= argc) {
+        if (wantsValue && i + 1 >= words.size()) {
             std::fprintf(stderr, "jetdb: %s seçeneğinden sonra bir değer gelmelidir.\n", word.c_str());
             return false;
         }
         if (word == "--password")
-            args.password = argv[++i];
+            args.password = words[++i];
         else if (word == "--set")
-            args.newPassword = argv[++i];
+            args.newPassword = words[++i];
         else if (word == "--remove")
             args.removePassword = true;
         else if (word == "--test")
@@ -51,7 +52,7 @@ bool parse(int argc, char** argv, jetdb::Arguments& args) {
 
 int main(int argc, char** argv) {
     jetdb::Arguments args;
-    if (!parse(argc, argv, args)) return usage();
+    if (!parse(terminal::begin(argc, argv), args)) return usage();
     const auto& list = jetdb::commands();
     const auto command =
         std::find_if(list.begin(), list.end(), [&](const auto& c) { return args.command == c.name; });

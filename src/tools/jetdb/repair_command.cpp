@@ -2,6 +2,7 @@
 
 #include "jet/copy/repair.h"
 #include "jet/format/row_codec.h"
+#include "tools/terminal.h"
 
 #include <algorithm>
 #include <array>
@@ -47,7 +48,8 @@ void printLosses(const jet::RepairReport& report) {
 int runRepair(const Arguments& args) {
     jet::RepairOptions options;
     options.password = args.password.value_or("");
-    const jet::RepairReport report = jet::repairDatabase(args.plain[0], args.plain[1], options);
+    const jet::RepairReport report =
+        jet::repairDatabase(terminal::fileNamed(args.plain[0]), terminal::fileNamed(args.plain[1]), options);
     for (const std::string& note : report.notes)
         std::printf("%s\n", note.c_str());
     printLine("Tablo", {"kurtarılan", "yiten kayıt", "yiten alan", "bozuk sayfa"});

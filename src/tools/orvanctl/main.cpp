@@ -3,6 +3,7 @@
 #include "tools/orvanctl/demo_centre.h"
 #include "tools/orvanctl/options.h"
 #include "tools/orvanctl/program_tables.h"
+#include "tools/terminal.h"
 
 #include "catalog/templates.h"
 
@@ -41,7 +42,7 @@ void runDemo(const QStringList& words) {
         "Demo kurum hazır: %s\n"
         "%d kalfa, %d usta, %d usta öğretici öğrencisi, %d işletme, %d koordinatör öğretmen, %d fotoğraf\n"
         "Kullanıcı: %s / %s (salt okur: memur / %s)\n",
-        demo.folder.toLocal8Bit().constData(), made.apprentices, made.masters, made.instructors,
+        demo.folder.toUtf8().constData(), made.apprentices, made.masters, made.instructors,
         made.workplaces, made.coordinators, made.photos, demo.user.toUtf8().constData(),
         demo.password.toUtf8().constData(), demo.password.toUtf8().constData());
 }
@@ -86,6 +87,7 @@ int usage() {
 } // namespace
 
 int main(int argc, char** argv) {
+    terminal::begin(argc, argv);
     const QCoreApplication application(argc, argv);
     QStringList words = application.arguments().mid(1);
     if (words.isEmpty()) return usage();

@@ -3,6 +3,8 @@
 
 #include "core/general_error.h"
 #include "core/structure_check.h"
+#include "core/values.h"
+#include "jet/pages/io.h"
 
 #include <algorithm>
 #include <QCryptographicHash>
@@ -49,8 +51,12 @@ Application::Application(int& argc, char** argv, Dialogs& dialogs)
 }
 
 bool Application::claimFolder(const QString& programFolder) {
-    const QByteArray folder = QDir(programFolder).canonicalPath().toUtf8();
-    const QByteArray mark = QCryptographicHash::hash(folder, QCryptographicHash::Sha1).toHex().left(16);
+    // The engine's own name of the folder: one for a drive and its share, links and letter case apart.
+    const std::u8string folder =
+        jet::systemIo()->resolve(filePath(QDir(programFolder).absolutePath())).u8string();
+    const QByteArray name(reinterpret_cast<const char*>(folder.data()),
+                          static_cast<qsizetype>(folder.size()));
+    const QByteArray mark = QCryptographicHash::hash(name, QCryptographicHash::Sha1).toHex().left(16);
     const QString place = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     QDir().mkpath(place);
     running_ =

@@ -37,7 +37,7 @@ void placeMatching(const ProgramFolder& folder, const QDir& place, const QString
 void placeOwnFiles(const ProgramFolder& folder, const QString& programPlace) {
     const QDir place(programPlace);
     if (QFileInfo(programPlace) == QFileInfo(folder.path())) return;
-    placeMatching(folder, place, QStringLiteral("Versiyon.htm"), QStringLiteral("\\"));
+    placeMatching(folder, place, QStringLiteral("*.htm"), QStringLiteral("\\"));
     const QDir templates(place.filePath(QStringLiteral("Mdx")));
     if (!templates.exists() || !folder.createFolder(QStringLiteral("\\Mdx"))) return;
     placeMatching(folder, templates, QStringLiteral("*.mdx"), QStringLiteral("\\Mdx\\"));

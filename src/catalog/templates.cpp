@@ -27,18 +27,25 @@ constexpr Template kTemplates[] = {
     {"Ogrenci.MDX", DatabaseKind::Level},
 };
 
-void writeTemplate(const std::filesystem::path& file, const Template& wanted) {
+void makeTemplate(const std::filesystem::path& file, const Template& wanted) {
+    const auto database = jet::Database::create(file);
+    jet::WriteBatch batch(*database);
+    for (const TableDeclaration& table : allTables().tables())
+        if (table.database == wanted.kind) createTable(*database, table);
+    if (wanted.ready) writeReadyCurricula(*database, *wanted.ready);
+    batch.commit();
+}
+
+// `alike`: a template that is the same, empty when there is none yet.
+void writeTemplate(const std::filesystem::path& file, const Template& wanted,
+                   const std::filesystem::path& alike) {
     std::filesystem::path unfinished = file;
     unfinished += ".yeni";
     std::filesystem::remove(unfinished);
-    {
-        const auto database = jet::Database::create(unfinished);
-        jet::WriteBatch batch(*database);
-        for (const TableDeclaration& table : allTables().tables())
-            if (table.database == wanted.kind) createTable(*database, table);
-        if (wanted.ready) writeReadyCurricula(*database, *wanted.ready);
-        batch.commit();
-    }
+    if (alike.empty())
+        makeTemplate(unfinished, wanted);
+    else
+        std::filesystem::copy_file(alike, unfinished);
     std::filesystem::rename(unfinished, file);
 }
 
@@ -49,16 +56,11 @@ QStringList writeTemplates(const QString& folder) {
     const std::filesystem::path path = filePath(folder);
     try {
         std::filesystem::create_directories(path);
-        std::filesystem::path
-            emptyLevel; // level templates without curricula are the same: made once, then copied
+        std::filesystem::path emptyLevel; // level templates without curricula are the same
         for (const Template& entry : kTemplates) {
             const std::filesystem::path file = path / entry.name;
             const bool isEmptyLevel = entry.kind == DatabaseKind::Level && !entry.ready;
-            if (isEmptyLevel && !emptyLevel.empty())
-                std::filesystem::copy_file(emptyLevel, file,
-                                           std::filesystem::copy_options::overwrite_existing);
-            else
-                writeTemplate(file, entry);
+            writeTemplate(file, entry, isEmptyLevel ? emptyLevel : std::filesystem::path());
             if (isEmptyLevel) emptyLevel = file;
             written << QLatin1String(entry.name);
         }

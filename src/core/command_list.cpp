@@ -172,6 +172,7 @@ constexpr CommandInfo kCommands[] = {
     {"Cikis", "", CommandKind::Own},
     {"Versiyonda Yapılanlar", "", CommandKind::Own},
     {"İl İlçe Güncelleme", "", CommandKind::Own},
+    {"Kullanım Kılavuzu", "", CommandKind::Own},
 };
 
 } // namespace

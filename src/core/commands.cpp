@@ -162,6 +162,8 @@ void CommandDispatcher::runOwnCommand(const QString& key) {
         shell_.quit();
     else if (key == QStringLiteral("Versiyonda Yapılanlar"))
         openFileOf(QStringLiteral("\\Versiyon.htm"), Open::Document);
+    else if (key == QStringLiteral("Kullanım Kılavuzu"))
+        openFileOf(QStringLiteral("\\Kilavuz.htm"), Open::Document);
     else
         openFileOf(QStringLiteral("\\ILILCEGUNCELLE.EXE"), Open::Program);
 }

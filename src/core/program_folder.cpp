@@ -7,6 +7,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryFile>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 namespace orvan {
 namespace {
@@ -17,6 +22,19 @@ QStringList components(const QString& literal) {
     return slashed.split(QLatin1Char('/'), Qt::SkipEmptyParts);
 }
 
+#ifdef Q_OS_WIN
+// The entry of `folder` called `name` apart from case, which the system does not mind, in the spelling of the
+// disk; empty when there is none.
+QString matchEntry(const QString& folder, const QString& name) {
+    WIN32_FIND_DATAW found;
+    const QString path = QDir::toNativeSeparators(folder + QLatin1Char('/') + name);
+    const HANDLE search = FindFirstFileW(reinterpret_cast<const wchar_t*>(path.utf16()), &found);
+    if (search == INVALID_HANDLE_VALUE) return {};
+    FindClose(search);
+    const QString entry = QString::fromWCharArray(found.cFileName);
+    return entry.compare(name, Qt::CaseInsensitive) == 0 ? entry : name; // else its short name was asked for
+}
+#else
 // The entry of `folder` called `name` apart from case; empty when there is none. The exact spelling wins.
 QString matchEntry(const QString& folder, const QString& name) {
     if (QFileInfo::exists(folder + QLatin1Char('/') + name)) return name;
@@ -26,6 +44,7 @@ QString matchEntry(const QString& folder, const QString& name) {
         if (entry.compare(name, Qt::CaseInsensitive) == 0) return entry;
     return {};
 }
+#endif
 
 } // namespace
 
@@ -50,6 +69,11 @@ void ProgramFolder::ensureFolder(const QString& literal) const {
     if (exists(literal) || createFolder(literal)) return;
     jet::Error error(jet::Err::PathNotValid, "Klasör oluşturulamadı.");
     throw error.inFile(utf8(resolve(literal)));
+}
+
+bool ProgramFolder::mayWrite(const QString& literal) const {
+    QTemporaryFile trial(resolve(literal) + QStringLiteral("/orvan-XXXXXX.tmp"));
+    return trial.open();
 }
 
 QStringList ProgramFolder::files(const QString& folderLiteral, const QString& extension) const {

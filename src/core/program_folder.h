@@ -20,6 +20,9 @@ class ProgramFolder {
     // Creates the folder and the missing ones above it; false when the disk refuses.
     bool createFolder(const QString& literal) const;
     void ensureFolder(const QString& literal) const; // the same; throws jet::Error(PathNotValid)
+    // Whether this user may make files in it: the disk is asked, not the permissions, which do not tell
+    // everything.
+    bool mayWrite(const QString& literal) const;
     // Whole paths of the files in `folderLiteral` with that extension ("Mdb"), without regard to case, by
     // name.
     QStringList files(const QString& folderLiteral, const QString& extension) const;

@@ -7,6 +7,7 @@
 #include "core/users.h"
 #include "core/values.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace orvan {
@@ -25,8 +26,23 @@ bool setInitialLevel(Start& start) {
     return true;
 }
 
+// All data lie in the program's folder, so nothing can be done where this user may not write.
+bool tellUnlessWritable(Start& start, const QString& literal) {
+    const bool isFolder =
+        QFileInfo(start.folder.resolve(literal)).isDir(); // else a later step says what is wrong
+    if (!isFolder || start.folder.mayWrite(literal)) return true;
+    start.dialogs.message(
+        QDir::toNativeSeparators(start.folder.resolve(literal)) +
+            QStringLiteral(
+                "\nklasörüne yazılamıyor.\n\nProgram, verilerini bu klasörde tutar; onu kullanan herkesin "
+                "bu klasöre yazma izni olmalıdır.\nBu izni, bilgisayarın ya da ağ paylaşımının "
+                "sorumlusundan isteyiniz."),
+        QStringLiteral("Dikkat"), Icon::Critical);
+    return false;
+}
+
 bool takeProgramFolder(Start& start) {
-    if (QFileInfo(start.folder.path()).isDir()) return true;
+    if (QFileInfo(start.folder.path()).isDir()) return tellUnlessWritable(start, QString());
     jet::Error error(jet::Err::PathNotValid, "Program klasörü bulunamadı.");
     throw error.inFile(utf8(start.folder.path()));
 }
@@ -57,7 +73,7 @@ bool noticeOldDatabase(Start& start) {
 
 bool makeDataFolder(Start& start) {
     start.folder.ensureFolder(QStringLiteral("\\Data"));
-    return true;
+    return tellUnlessWritable(start, QStringLiteral("\\Data"));
 }
 
 bool sweep(Start& start) {

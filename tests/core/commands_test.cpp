@@ -106,7 +106,8 @@ TEST(CommandList, HasEveryKeyInItsOrder) {
              << "KullaniciDegis"
              << "Cikis"
              << "Versiyonda Yapılanlar"
-             << "İl İlçe Güncelleme";
+             << "İl İlçe Güncelleme"
+             << "Kullanım Kılavuzu";
     QStringList keys;
     for (const CommandInfo& command : commandList())
         keys << QString::fromUtf8(command.key);
@@ -279,15 +280,18 @@ TEST_F(CommandsTest, OwnCommands) {
     EXPECT_EQ(run("Cikis"), "quit");
     EXPECT_EQ(run("cikis"), "") << "case matters";
     dialogs.expectMessage(centre.path("\\Versiyon.htm") + " dosyası bulunamadı.")
-        .expectMessage(centre.path("\\ILILCEGUNCELLE.EXE") + " dosyası bulunamadı.");
+        .expectMessage(centre.path("\\ILILCEGUNCELLE.EXE") + " dosyası bulunamadı.")
+        .expectMessage(centre.path("\\Kilavuz.htm") + " dosyası bulunamadı.");
     EXPECT_EQ(run("Versiyonda Yapılanlar"), "");
     EXPECT_EQ(run("İl İlçe Güncelleme"), "");
-    for (const char* name : {"\\versiyon.HTM", "\\ililceguncelle.exe"}) {
+    EXPECT_EQ(run("Kullanım Kılavuzu"), "");
+    for (const char* name : {"\\versiyon.HTM", "\\ililceguncelle.exe", "\\Kilavuz.htm"}) {
         QFile file(centre.path(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     }
     EXPECT_EQ(run("Versiyonda Yapılanlar"), "show versiyon.HTM");
     EXPECT_EQ(run("İl İlçe Güncelleme"), "start ililceguncelle.exe");
+    EXPECT_EQ(run("Kullanım Kılavuzu"), "show Kilavuz.htm");
 }
 
 TEST(GeneralError, TextAndOutcome) {

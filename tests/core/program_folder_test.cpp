@@ -43,12 +43,14 @@ TEST_F(ProgramFolderTest, MissingPartsKeepTheLiteralsSpelling) {
     EXPECT_FALSE(folder.exists("\\Data\\USTA.MDB"));
 }
 
+#ifndef Q_OS_WIN // where both can be
 TEST_F(ProgramFolderTest, ExactSpellingWinsOverAnother) {
     touch(at("A.mdb"));
     touch(at("a.mdb"));
     EXPECT_EQ(folder.resolve("\\a.mdb"), at("a.mdb"));
     EXPECT_EQ(folder.resolve("\\A.mdb"), at("A.mdb"));
 }
+#endif
 
 TEST_F(ProgramFolderTest, CreatesParentsAndListsByExtension) {
     EXPECT_TRUE(folder.createFolder("\\Data\\Fotograf\\Eski"));

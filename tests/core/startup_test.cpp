@@ -110,6 +110,20 @@ TEST_F(StartupTest, ASecondProgramOnTheFolderEndsAtOnceAndTouchesNothing) {
     EXPECT_FALSE(centre.folder.exists("\\Data"));
 }
 
+#ifndef _WIN32 // a folder that nobody can write into, the administrator neither
+TEST_F(StartupTest, AFolderWithoutLeaveToWriteIsToldInWords) {
+    const ProgramFolder folder(QStringLiteral("/proc"));
+    QuietHost host;
+    dialogs.expectMessage(
+        "/proc\nklasörüne yazılamıyor.\n\nProgram, verilerini bu klasörde tutar; onu kullanan herkesin bu "
+        "klasöre "
+        "yazma izni olmalıdır.\nBu izni, bilgisayarın ya da ağ paylaşımının sorumlusundan isteyiniz.",
+        "Dikkat");
+    Start begin{folder, centre.session, centre.databases, dialogs, host};
+    EXPECT_FALSE(runStart(begin));
+}
+#endif
+
 TEST_F(StartupTest, DataOfTheSingleFileReleaseIsToldBeforeAnythingIsMade) {
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         centre.folder.createFolder("\\Data");

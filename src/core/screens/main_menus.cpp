@@ -140,7 +140,8 @@ void MDIFormORVAN::fillWindowMenu() {
 void MDIFormORVAN::buildHelpMenu() {
     QMenu* menu = menuBar()->addMenu(QStringLiteral("&Yardım"));
     menu->setObjectName(QStringLiteral("menuYardim"));
-    QAction* keys = menu->addAction(QStringLiteral("&Kısayol Tuşları"), this, &MDIFormORVAN::showShortcuts);
+    addCommand(menu, {"Kullanım Kılavuzu", "Kullanım &Kılavuzu"});
+    QAction* keys = menu->addAction(QStringLiteral("Kısayol &Tuşları"), this, &MDIFormORVAN::showShortcuts);
     keys->setObjectName(QStringLiteral("kisayolTuslari"));
     keys->setShortcut(QKeySequence(Qt::Key_F1));
     addCommand(menu, {"Versiyonda Yapılanlar", "&Versiyonda Yapılanlar"});

@@ -22,7 +22,7 @@ const QString kStudentNo = QStringLiteral("kutukNo");
 const QString kName = QStringLiteral("adi");
 const QString kSurname = QStringLiteral("soyadi");
 
-constexpr int kProfessionWidth = 30;
+constexpr int kProfessionWidth = 48; // with code and curriculum version
 constexpr int kNameWidth = 25;
 
 QString choiceCode(const Profession& profession) {

@@ -127,22 +127,15 @@ Cell cellOf(const jet::Value& value) {
 
 bool haveMdbTools() { return std::system("mdb-export --version >/dev/null 2>&1") == 0; }
 
-std::string runCommand(const std::string& command, int& status) {
-    std::FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) throw std::runtime_error("cannot run " + command);
-    std::string output;
-    char block[1 << 16];
-    while (const size_t got = std::fread(block, 1, sizeof block, pipe))
-        output.append(block, got);
-    status = pclose(pipe);
-    return output;
+std::string shellQuoted(const std::string& text) {
+    std::string quoted = "'";
+    for (const char c : text)
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return quoted + "'";
 }
-
 std::string shellQuoted(const std::filesystem::path& path) {
-    std::string text = "'";
-    for (const char c : path.string())
-        text += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return text + "'";
+    const std::u8string text = path.u8string();
+    return shellQuoted(std::string(text.begin(), text.end()));
 }
 
 std::filesystem::path program(const std::string& name) {

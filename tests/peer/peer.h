@@ -26,8 +26,9 @@ bool haveMdbTools();
 
 // stdout of a shell command; `status` receives the exit status.
 std::string runCommand(const std::string& command, int& status);
-std::string shellQuoted(const std::filesystem::path& path); // for the shell
-std::filesystem::path program(const std::string& name);     // of this build
+std::string shellQuoted(const std::string& text); // for the shell
+std::string shellQuoted(const std::filesystem::path& path);
+std::filesystem::path program(const std::string& name); // of this build
 
 // By `mdb-export`, and by `jetdb dump`; the definition tells the types.
 Rows exportedByMdbTools(const std::filesystem::path& file, const jet::TableDef& def);

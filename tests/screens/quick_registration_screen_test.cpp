@@ -67,6 +67,7 @@ TEST_F(QuickRegistrationScreenTest, ANewStudentIsTypedSavedFoundAndReadByAnother
     EXPECT_EQ(sheet.rows[0][0], QVariant("010100002"));
     EXPECT_EQ(sheet.rows[0][4], QVariant("İnşaat Teknolojisi"));
 
+#ifndef Q_OS_WIN // where mdbtools are
     const QString file = centre.databases.levelFile();
     window.reset();
     centre.databases.close();
@@ -78,6 +79,7 @@ TEST_F(QuickRegistrationScreenTest, ANewStudentIsTypedSavedFoundAndReadByAnother
     ASSERT_EQ(saved.size(), 1) << rows.toStdString();
     for (const char* cell : {"\"Şule İnci\"", "\"Yığıt'oğlu\"", "\"0101\"", "\"15.09.2008\""})
         EXPECT_TRUE(saved[0].contains(QString::fromUtf8(cell))) << cell << " in " << saved[0].toStdString();
+#endif
 }
 
 TEST_F(QuickRegistrationScreenTest, MissingNamesAreRefusedAndShownOnTheField) {

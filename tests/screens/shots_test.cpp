@@ -8,6 +8,7 @@
 
 #include <QImage>
 #include <QProcess>
+#include <QRegularExpression>
 
 namespace orvan_test {
 namespace {
@@ -36,7 +37,7 @@ TEST(Shots, EveryScreenOfTheProgramHasAPicture) {
     const QString folder = centre.path("\\resimler");
     const Outcome outcome = runProgram({"--folder", centre.folder.path(), "--shots", folder});
     ASSERT_EQ(outcome.status, 0) << outcome.errors.toStdString();
-    const QStringList files = outcome.output.split('\n', Qt::SkipEmptyParts);
+    const QStringList files = outcome.output.split(QRegularExpression("\r?\n"), Qt::SkipEmptyParts);
     for (const QString& file : files) {
         const QImage picture(file);
         EXPECT_GT(picture.width(), 50) << file.toStdString();

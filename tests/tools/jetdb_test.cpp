@@ -206,6 +206,7 @@ TEST_F(Jetdb, compactsAndConvertsIntoANewFile) {
 
     ORVAN_NEED_SAMPLES();
     fs::copy_file(orvan_test::sharedFolder() / "jet/samples/indexTest-jet3.mdb", older);
+    fs::permissions(older, fs::perms::owner_write, fs::perm_options::add);
     const Outcome compacted = run("compact " + peer::shellQuoted(older) + " " + peer::shellQuoted(converted));
     EXPECT_NE(compacted.output.find("hata 3027"), std::string::npos) << compacted.output;
     EXPECT_EQ(run("convert " + peer::shellQuoted(older) + " " + peer::shellQuoted(converted)).status, 0);

@@ -6,6 +6,7 @@
 #include "widgets/list_print.h"
 
 #include <QDate>
+#include <QDir>
 #include <QFile>
 #include <QPrinter>
 #include <QProcess>
@@ -53,6 +54,9 @@ TEST(ListExport, CsvHasShownTextsQuotedWhereNeeded) {
 }
 
 TEST(ListExport, XlsxKeepsCodesAsTextAndNumbersAndDatesAsValues) {
+#ifdef Q_OS_WIN
+    GTEST_SKIP() << "there is no unzip on this system";
+#endif
     QTemporaryDir folder;
     const QString path = folder.filePath("öğrenci listesi.xlsx");
     writeXlsx(sample(), path);
@@ -77,13 +81,14 @@ TEST(ListExport, XlsxKeepsCodesAsTextAndNumbersAndDatesAsValues) {
 
 TEST(ListExport, AFolderThatIsNotThereIsAnErrorThatNamesTheFile) {
     using Write = void (*)(const ListSheet&, const QString&);
+    const std::string path = QDir::toNativeSeparators("/yok/böyle/liste").toStdString();
     for (const Write write : {Write(writeXlsx), Write(writeCsv), Write(writePdf)}) {
         try {
             write(sample(), "/yok/böyle/liste");
             ADD_FAILURE() << "no error";
         } catch (const jet::Error& error) {
             EXPECT_EQ(error.number(), jet::Err::DiskIO);
-            EXPECT_NE(std::string(error.what()).find("/yok/böyle/liste"), std::string::npos) << error.what();
+            EXPECT_NE(std::string(error.what()).find(path), std::string::npos) << error.what();
         }
     }
 }

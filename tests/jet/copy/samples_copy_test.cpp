@@ -115,7 +115,7 @@ TEST_F(SampleCopies, textOfTheOlderFormatIsReadByItsCodePage) {
     const fs::path sample = orvan_test::sharedFolder() / "jet/samples/test-jet3.mdb";
     std::string bytes;
     {
-        std::FILE* in = std::fopen(sample.c_str(), "rb");
+        std::FILE* in = std::fopen(sample.string().c_str(), "rb");
         bytes.resize(fs::file_size(sample));
         ASSERT_EQ(std::fread(bytes.data(), 1, bytes.size(), in), bytes.size());
         std::fclose(in);
@@ -134,7 +134,7 @@ TEST_F(SampleCopies, textOfTheOlderFormatIsReadByItsCodePage) {
             changed[at + i] = "\xD0\xF0\xDD\xFD\xDE\xFE"[i];
         const fs::path in = folder_ / ("eski" + std::to_string(c.codePage) + ".mdb");
         const fs::path out = folder_ / ("yeni" + std::to_string(c.codePage) + ".mdb");
-        std::FILE* file = std::fopen(in.c_str(), "wb");
+        std::FILE* file = std::fopen(in.string().c_str(), "wb");
         std::fwrite(changed.data(), 1, changed.size(), file);
         std::fclose(file);
         jet::convertDatabase(in, out);

@@ -4,10 +4,15 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <fcntl.h>
 #include <stdexcept>
+
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
+#endif
 
 namespace proof {
 
@@ -46,6 +51,20 @@ uint64_t Histogram::percentile(double part) const {
     return longest();
 }
 
+#ifdef _WIN32
+Board& mapBoard(const std::filesystem::path& file) {
+    const HANDLE handle = CreateFileW(file.c_str(), GENERIC_READ | GENERIC_WRITE,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                      OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) throw std::runtime_error("no board");
+    const HANDLE mapping = CreateFileMappingW(handle, nullptr, PAGE_READWRITE, 0, sizeof(Board), nullptr);
+    void* memory = mapping ? MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, sizeof(Board)) : nullptr;
+    if (mapping) CloseHandle(mapping);
+    CloseHandle(handle);
+    if (!memory) throw std::runtime_error("no board");
+    return *static_cast<Board*>(memory);
+}
+#else
 Board& mapBoard(const std::filesystem::path& file) {
     const int fd = ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
     if (fd < 0 || ::ftruncate(fd, sizeof(Board)) != 0) throw std::runtime_error("no board");
@@ -54,5 +73,6 @@ Board& mapBoard(const std::filesystem::path& file) {
     if (memory == MAP_FAILED) throw std::runtime_error("no board");
     return *static_cast<Board*>(memory);
 }
+#endif
 
 } // namespace proof

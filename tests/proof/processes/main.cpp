@@ -1,21 +1,23 @@
 // proof_processes — real processes on one real file: they read and write what the others read and write, some
 // are killed on the way, and at the end all they wrote down is replayed and compared with the file.
 //   proof_processes [--processes N] [--seconds N] [--kills N] [--timeout MS] [--folder FOLDER] [--seed N]
+//   [--other P]
 // Exit status 1 on any fault. FOLDER (default: a temporary one) is kept when something was found.
+// P is this program built for another system, with what it needs to run here: every second process is one of
+// it.
+#include "child_process.h"
 #include "figures.h"
 #include "replay.h"
 #include "worker.h"
 
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <map>
+#include <random>
 #include <string>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 
 namespace {
 
@@ -23,14 +25,14 @@ namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 struct Options {
-    std::string program, folder;
+    std::string program, other, folder;
     int processes = 8, seconds = 60, kills = -1, timeout = 10'000, seed = 1;
     int worker = 0, life = 0; // of a worker process
 };
 
 Options parse(int argc, char** argv) {
     Options options;
-    options.program = fs::read_symlink("/proc/self/exe").string();
+    options.program = proof::ownProgram();
     const std::map<std::string, int*> numbers = {{"--processes", &options.processes},
                                                  {"--seconds", &options.seconds},
                                                  {"--kills", &options.kills},
@@ -41,13 +43,14 @@ Options parse(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         const std::string name = argv[i];
         const auto known = numbers.find(name);
-        if ((known == numbers.end() && name != "--folder") || i + 1 == argc) {
+        const bool text = name == "--folder" || name == "--other";
+        if ((known == numbers.end() && !text) || i + 1 == argc) {
             std::fprintf(stderr, "proof_processes [--processes N] [--seconds N] [--kills N] [--timeout MS] "
-                                 "[--folder FOLDER] [--seed N]\n");
+                                 "[--folder FOLDER] [--seed N] [--other PROGRAM]\n");
             std::exit(2);
         }
-        if (name == "--folder")
-            options.folder = argv[++i];
+        if (text)
+            (name == "--folder" ? options.folder : options.other) = argv[++i];
         else
             *known->second = std::atoi(argv[++i]);
     }
@@ -74,48 +77,27 @@ class Workers {
 
     void start(int number) {
         const int life = lives_[number]++;
-        const pid_t id = ::fork();
-        if (id != 0) {
-            running_[number] = id;
-            return;
-        }
-        const std::string arguments[] = {options_.program,
-                                         "--folder",
-                                         options_.folder,
-                                         "--worker",
-                                         std::to_string(number),
-                                         "--life",
-                                         std::to_string(options_.seed * 1000 + life),
-                                         "--processes",
-                                         std::to_string(options_.processes),
-                                         "--timeout",
-                                         std::to_string(options_.timeout)};
-        std::vector<char*> list;
-        for (const std::string& argument : arguments)
-            list.push_back(const_cast<char*>(argument.c_str()));
-        list.push_back(nullptr);
-        ::execv(list[0], list.data());
-        ::_exit(127);
+        const bool other = !options_.other.empty() && number % 2 == 0;
+        running_[number] = proof::ChildProcess::start(
+            {other ? options_.other : options_.program, "--folder", options_.folder, "--worker",
+             std::to_string(number), "--life", std::to_string(options_.seed * 1000 + life), "--processes",
+             std::to_string(options_.processes), "--timeout", std::to_string(options_.timeout)});
     }
     void kill(int number) {
-        ::kill(running_[number], SIGKILL);
-        ::waitpid(running_[number], nullptr, 0);
+        running_[number].kill();
         running_.erase(number);
     }
     bool endAll() { // true when all ended well
         bool well = true;
-        for (const auto& [number, id] : running_) {
-            int status = 0;
-            ::waitpid(id, &status, 0);
-            well = well && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-        }
+        for (auto& [number, process] : running_)
+            well = process.endedWell() && well;
         running_.clear();
         return well;
     }
 
   private:
     const Options& options_;
-    std::map<int, pid_t> running_;
+    std::map<int, proof::ChildProcess> running_;
     std::map<int, int> lives_;
 };
 
@@ -139,13 +121,17 @@ bool runLoad(const Options& options, proof::Board& board) {
     return workers.endAll();
 }
 
+std::string temporaryFolder() {
+    fs::path folder;
+    do
+        folder = fs::temp_directory_path() / ("orvan-proof-" + std::to_string(std::random_device()()));
+    while (!fs::create_directory(folder));
+    return folder.string();
+}
+
 int prove(Options options) {
     const bool temporary = options.folder.empty();
-    if (temporary) {
-        std::string pattern = (fs::temp_directory_path() / "orvan-proof-XXXXXX").string();
-        if (!::mkdtemp(pattern.data())) return 2;
-        options.folder = pattern;
-    }
+    if (temporary) options.folder = temporaryFolder();
     const fs::path folder = options.folder, database = folder / "ORTAK.MDB";
     proof::Board& board = proof::mapBoard(folder / "board");
     proof::createDatabase(database, options.processes);
@@ -168,8 +154,9 @@ int prove(Options options) {
         std::printf("FAULT: %s\n", faults[i].c_str());
     const size_t found = faults.size() + board.faults;
     std::printf("%10zu  faults\n", found);
-    if (found == 0 && temporary) fs::remove_all(folder);
-    if (found != 0) std::printf("kept: %s\n", folder.c_str());
+    if (found != 0) std::printf("kept: %s\n", options.folder.c_str());
+    std::error_code left; // the board may still be mapped
+    if (found == 0 && temporary) fs::remove_all(folder, left);
     return found == 0 ? 0 : 1;
 }
 

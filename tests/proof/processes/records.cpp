@@ -1,11 +1,8 @@
 // records.h. Written with one call each: what was written survives the process.
 #include "records.h"
 
-#include <fcntl.h>
-#include <fstream>
 #include <stdexcept>
 #include <string>
-#include <unistd.h>
 
 namespace proof {
 
@@ -15,13 +12,14 @@ std::filesystem::path diaryPath(const std::filesystem::path& folder, int worker)
 }
 } // namespace
 
-Diary::Diary(const std::filesystem::path& folder, int worker)
-    : fd_(::open(diaryPath(folder, worker).c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666)) {
-    if (fd_ < 0) throw std::runtime_error("no diary");
+Diary::Diary(const std::filesystem::path& folder, int worker) {
+    out_.rdbuf()->pubsetbuf(nullptr, 0); // each record goes to the system at once
+    out_.open(diaryPath(folder, worker), std::ios::binary | std::ios::app);
+    if (!out_) throw std::runtime_error("no diary");
     now_.worker = static_cast<uint16_t>(worker);
 }
 
-Diary::~Diary() { ::close(fd_); }
+Diary::~Diary() = default;
 
 void Diary::begin(What what, int32_t key, int32_t id, int32_t version) {
     now_ = {what, Phase::Begun, now_.worker, key, id, version};
@@ -34,7 +32,7 @@ void Diary::end(bool done) {
 }
 
 void Diary::write() {
-    if (::write(fd_, &now_, sizeof now_) != static_cast<ssize_t>(sizeof now_))
+    if (!out_.write(reinterpret_cast<const char*>(&now_), sizeof now_))
         throw std::runtime_error("diary not written");
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <vector>
 
 namespace proof {
@@ -39,7 +40,7 @@ class Diary {
 
   private:
     void write();
-    int fd_ = -1;
+    std::ofstream out_;
     Record now_;
 };
 

@@ -219,6 +219,9 @@ void checkFile(jet::Database& database, Replay& result) {
                                 found.text);
 }
 
+#ifdef _WIN32
+void compareExport(jet::Database&, const fs::path&, Replay&) {} // no such program there
+#else
 // The numbers of Kayit as mdb-export prints them: "No,Kimlik,Surum".
 std::set<std::string> exported(const fs::path& database, size_t& lines) {
     std::set<std::string> rows;
@@ -252,6 +255,7 @@ void compareExport(jet::Database& database, const fs::path& path, Replay& result
     if (exported(path, lines) != ours || lines != rows.rowCount())
         result.faults.push_back("mdb-export shows other records");
 }
+#endif
 
 } // namespace
 

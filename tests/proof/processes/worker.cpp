@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <thread>
-#include <unistd.h>
 
 namespace proof {
 
@@ -117,7 +116,8 @@ void Worker::fault(const std::string& text) {
     constexpr uint32_t kTold = 50; // the rest is only counted
     if (++board_.faults > kTold) return;
     const std::string line = "FAULT (process " + std::to_string(options_.number) + "): " + text + "\n";
-    if (::write(STDERR_FILENO, line.data(), line.size()) < 0) return;
+    std::fputs(line.c_str(), stderr);
+    std::fflush(stderr);
 }
 
 } // namespace proof

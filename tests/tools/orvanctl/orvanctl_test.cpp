@@ -28,10 +28,11 @@ struct Outcome {
 
 Outcome run(const QString& program, const QStringList& words) {
     QProcess process;
-    const QString own = qEnvironmentVariable("ORVAN_BIN_DIR") + '/' + program;
-    process.start(QFile::exists(own) ? own : program, words);
+    const QString own =
+        QStandardPaths::findExecutable(program, {qEnvironmentVariable("ORVAN_BIN_DIR")}); // with .exe too
+    process.start(own.isEmpty() ? program : own, words);
     EXPECT_TRUE(process.waitForFinished(120000)) << program.toStdString();
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()).remove(QLatin1Char(13)),
             QString::fromUtf8(process.readAllStandardError())};
 }
 
@@ -194,9 +195,9 @@ TEST(Commands, AreATableInDispatchOrderWithoutADisplay) {
     const Outcome outcome = run("orvanctl", {"commands"});
     ASSERT_EQ(outcome.status, 0) << outcome.err.toStdString();
     const QStringList lines = outcome.out.split('\n', Qt::SkipEmptyParts);
-    ASSERT_EQ(lines.size(), 149 + 1 + 6 + 3 + 4);
+    ASSERT_EQ(lines.size(), 149 + 1 + 6 + 3 + 5);
     EXPECT_EQ(lines.first().section('\t', 0, 1), "SabitBilgiler\tKuruma Ait Bilgiler");
-    EXPECT_EQ(lines.last(), "İl İlçe Güncelleme\t-\t-");
+    EXPECT_EQ(lines.last(), "Kullanım Kılavuzu\t-\t-");
     EXPECT_TRUE(lines.contains("HizliOgrenciKayit\tHızlı Öğrenci Kayıt\thizli_ogrenci_kayit"));
     EXPECT_TRUE(lines.contains("MezunlarArsiv\tMezunlar Arşivi\t-"));
     for (const QString& line : lines)

@@ -23,12 +23,13 @@ class Files : public ::testing::Test {
             fs::temp_directory_path() / ("orvan-catalog-" + std::to_string(::getpid()) + "-" + info->name());
         fs::create_directories(folder_);
     }
-    void TearDown() override { fs::remove_all(folder_); }
+    ~Files() override { fs::remove_all(folder_); } // after the files of the derived classes are closed
 
     fs::path file(const std::string& name) const { return folder_ / name; }
     fs::path copyOf(const fs::path& sample) const {
         const fs::path copy = folder_ / sample.filename();
-        fs::copy_file(sample, copy, fs::copy_options::overwrite_existing);
+        fs::remove(copy);
+        fs::copy_file(sample, copy);
         fs::permissions(copy, fs::perms::owner_read | fs::perms::owner_write);
         return copy;
     }

@@ -25,7 +25,7 @@ TEST_F(SampleRows, EveryTableScansAndEveryIndexLeadsToItsRows) {
         OpenOptions options;
         options.readOnly = true;
         options.ignorePassword = true;
-        const auto database = Database::open(copy(sample.filename().c_str()), options);
+        const auto database = Database::open(copy(sample.filename().string().c_str()), options);
         for (const auto& name : database->tableNames(TableKinds::User)) {
             SCOPED_TRACE(name);
             Table table = database->openTable(name);

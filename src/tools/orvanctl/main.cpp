@@ -42,9 +42,9 @@ void runDemo(const QStringList& words) {
         "Demo kurum hazır: %s\n"
         "%d kalfa, %d usta, %d usta öğretici öğrencisi, %d işletme, %d koordinatör öğretmen, %d fotoğraf\n"
         "Kullanıcı: %s / %s (salt okur: memur / %s)\n",
-        demo.folder.toUtf8().constData(), made.apprentices, made.masters, made.instructors,
-        made.workplaces, made.coordinators, made.photos, demo.user.toUtf8().constData(),
-        demo.password.toUtf8().constData(), demo.password.toUtf8().constData());
+        demo.folder.toUtf8().constData(), made.apprentices, made.masters, made.instructors, made.workplaces,
+        made.coordinators, made.photos, demo.user.toUtf8().constData(), demo.password.toUtf8().constData(),
+        demo.password.toUtf8().constData());
 }
 
 void printLines(const QStringList& lines) {

@@ -32,7 +32,7 @@ SetCompressor /SOLID lzma
 BrandingText "ORVAN ${VERSION}"
 ShowInstDetails show
 ManifestDPIAware true
-AllowRootDirInstall true          ; a share, or the letter of a drive that leads to it
+AllowRootDirInstall true          ; the letter of a drive that leads to a share
 
 Var GivenPlace                    ; /D=, which is stronger than any other place
 
